@@ -1,0 +1,127 @@
+#ifndef CORE_JLP_VARS_H
+#define CORE_JLP_VARS_H
+
+/* The launcher state: every global of the launcher core, defined once in jlp_vars.cpp.
+ *
+ * One thread reads and writes it by name; nothing is locked. Texts are narrow, null-terminated heap
+ * strings in the active code page, released with free(). A text that is filled or extended in place
+ * has 100000 bytes, an entry of an array is as long as its text. At process start every pointer is
+ * null and every count and flag 0, unless the line says otherwise.
+ *
+ * The trace log LOG_FILE_FD belongs to the state too; it is declared in jli/jli_util.h, because the
+ * trace function below the core writes to it. */
+
+#include "jli/jli_util.h"
+
+#ifdef __cplusplus
+extern "C" {
+#endif
+
+/* ---- Constants ---- */
+
+/* Results of set_bin_dir, validate_directories and initialize_agentlib_env; main returns FAILURE
+ * too. */
+extern const int SUCCESS; /* 0 */
+extern const int FAILURE; /* -1 */
+
+extern const char file_separator;        /* the backslash */
+extern const char path_separator;        /* ';', between the elements of a path list */
+extern const char *const file_separator_str;
+
+/* Path fragments below a home. */
+extern const char *const slash_exe_name;    /* \java.exe */
+extern const char *const bin;               /* \bin */
+extern const char *const jre_bin;           /* \jre\bin */
+extern const char *const slash_quorvel_jar; /* \quorvel.jar, in the Quorvel home */
+extern const char *const jni_lib_path;      /* \jni\qvljni.dll, in the launcher home */
+
+/* ---- Platform and mode ---- */
+
+extern const char *os_name;          /* "Windows"; set with the launcher's own path */
+extern int is_native_invocation;     /* 1: a native host drives the core; never set back */
+extern int native_jvm_bits;          /* initially -1; 32 selects the 32-bit native agent */
+extern int is_host_java_9_plus;      /* 1: the JVM home holds Java 9 or later */
+extern int is_guest_java_9_plus;     /* 1: the container home does */
+extern int use_advanced_launch_mode; /* initially 1; follows launch_mode */
+
+/* ---- Directories: 100000 bytes each, without a trailing separator unless said otherwise ---- */
+
+extern char *executable_dir; /* of the launcher's file; set and released by main */
+extern char *bin_dir;        /* \bin or \jre\bin: where the launcher sits below its home */
+extern char *launcher_home;  /* holds launcher.cfg; by configuration or native_invocation */
+/* Allocated empty by the configuration, filled by it or from the environment; validation takes off
+ * one trailing separator. main releases the first two before the child starts. */
+extern char *container_home; /* Java runtime of the modes "advanced" and "legacy" */
+extern char *jvm_home;       /* the plain JVM, host of the other modes */
+extern char *quorvel_home;   /* quorvel.jar and the native agents */
+
+/* ---- Settings of launcher.cfg: allocated by the configuration, 100000 bytes each ---- */
+
+/* Begins with "advanced" (the preset), "legacy", "patch", "secure" or "ri": readers compare
+ * prefixes. Released by cleanup. */
+extern char *launch_mode;
+extern char *launcher_path_arg;      /* -Dcom.quorvel.LauncherPackPath=..., in its command-line
+                                        form; released by cleanup */
+extern char *rule_file;              /* full path, or empty */
+extern char *rule_file_arg;          /* -Dcom.quorvel.rules.local=..., or empty; released by
+                                        cleanup */
+extern char *quorvel_properties_file; /* full path, or empty */
+extern char *quorvel_properties_arg;  /* -Dcom.quorvel.QuorvelProperties=..., or empty; released by
+                                         cleanup */
+extern char *quorvel_library_path;    /* full path of a native agent, or empty */
+extern char *allow_vm_properties_option; /* -Dcom.quorvel.AllowVMProperties=..., or empty */
+extern char *new_mem_val_as_str; /* 50 bytes for the text of an -Xmx value; released by cleanup,
+                                    which leaves the pointer */
+
+/* ---- Option lists of launcher.cfg ----
+ * A repeated key appends. cleanup empties the non-path list; parse_arguments releases the entries of
+ * the allow and ignore lists and leaves nulls behind below their counts. */
+
+enum { OPTION_SLOTS = 10000 };
+
+extern char *non_path_options_array[OPTION_SLOTS];
+extern int non_path_options_count;
+extern char *allow_vm_properties_array[OPTION_SLOTS];
+extern int allow_vm_properties_count;
+extern char *ignore_properties_array[OPTION_SLOTS];
+extern int ignore_properties_count;
+extern char *jvm_options_array[OPTION_SLOTS];
+extern int jvm_options_count;
+extern char *container_options_array[OPTION_SLOTS];
+extern int container_options_count;
+
+/* ---- Work arrays of a command line ---- */
+
+enum { ARGUMENT_SLOTS = 10000, VARIABLE_SLOTS = 100000, COMPONENT_SLOTS = 100000 };
+
+/* Every text that processArg returned; owns them. Emptied by cleanup, by main and by
+ * reset_jlp_for_native_invocation. */
+extern char *processedArg[ARGUMENT_SLOTS];
+extern int processedArgCount;
+
+/* The rewritten command line is lhs followed by rhs: host and guest in the mode "advanced", options
+ * and the rest in the others. The lists own nothing. Counts are reset by
+ * reset_jlp_for_native_invocation. */
+extern char *lhs[ARGUMENT_SLOTS];
+extern int lhs_count;
+extern char *rhs[ARGUMENT_SLOTS];
+extern int rhs_count;
+
+/* One rewritten path list per call of the path rewriter; owns them. Emptied by cleanup. */
+extern char *newPathList[ARGUMENT_SLOTS];
+extern int newPathListCount;
+
+/* Components of the path being resolved; all null between calls. */
+extern char *path_component[COMPONENT_SLOTS];
+
+/* Host and guest options of the option variable in hand; own nothing. */
+extern char *updated_options_for_var[VARIABLE_SLOTS];
+extern int updated_options_for_var_count;
+extern char *options_for_quorvel_guest_var[VARIABLE_SLOTS];
+extern int options_for_quorvel_guest_var_count;
+
+#ifdef __cplusplus
+}
+#endif
+
+#endif
