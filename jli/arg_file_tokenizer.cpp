@@ -1,9 +1,8 @@
 #include "jli/args.h"
 
-#include <array>
 #include <cstring>
-#include <span>
 
+#include "jli/arg_file_grammar.h"
 #include "jli/text.h"
 
 namespace {
@@ -11,139 +10,117 @@ namespace {
 constexpr size_t BLOCK_SIZE = 4096;
 constexpr size_t PIECES_CAPACITY = 4;
 
-// What a byte can be to the grammar; one bit each, so that classes can be put together.
-enum byte_class : unsigned char {
-    ORDINARY = 1,
-    BLANK = 2,
-    LINE_END = 4,
-    COMMENT_SIGN = 8,
-    BACKSLASH = 16,
-    QUOTE = 32,
-    NULL_BYTE = 64
-};
+// Most pieces are short: a copy of this fixed size is several times faster than a call of memcpy().
+constexpr ptrdiff_t SHORT_PIECE = 16;
 
-constexpr std::array<unsigned char, 256> BYTE_CLASSES = [] {
-    std::array<unsigned char, 256> classes{};
-    classes.fill(ORDINARY);
-    classes[' '] = classes['\t'] = classes['\f'] = BLANK;
-    classes['\n'] = classes['\r'] = LINE_END;
-    classes['#'] = COMMENT_SIGN;
-    classes['\\'] = BACKSLASH;
-    classes['"'] = classes['\''] = QUOTE;
-    classes['\0'] = NULL_BYTE;
-    return classes;
-}();
-
-// Per state, the bytes that are passed over without a change: runs of them are taken at once.
-constexpr unsigned char PASSED_OVER[] = {
-    /* FIND_NEXT    */ BLANK | LINE_END,
-    /* IN_COMMENT   */ ORDINARY | BLANK | COMMENT_SIGN | BACKSLASH | QUOTE | NULL_BYTE,
-    /* IN_QUOTE     */ ORDINARY | BLANK | COMMENT_SIGN,
-    /* IN_ESCAPE    */ 0,
-    /* SKIP_LEAD_WS */ BLANK | LINE_END,
-    /* IN_TOKEN     */ ORDINARY | BACKSLASH,
-};
-
-unsigned char class_of(char byte) {
-    return BYTE_CLASSES[static_cast<unsigned char>(byte)];
-}
-
-// A piece that still lies in the block, or in ESCAPED.
-struct piece {
-    const char *start;
-    size_t length;
-};
-
-char *joined(std::span<const piece> pieces) {
-    size_t size = 1;
-    for (const piece &each : pieces) {
-        size += each.length;
-    }
-    char *text = static_cast<char *>(JLI_MemAlloc(size));
-    char *end = text;
-    for (const piece &each : pieces) {
-        memcpy(end, each.start, each.length);
-        end += each.length;
-    }
-    *end = '\0';
-    return text;
-}
-
-// The pieces that a call of nextToken() has completed. Most tokens end in the block in which they
-// begin, so that nothing but the token itself has to go to the heap.
+// The pieces that one call of nextToken() completes. They are gathered on the stack: most tokens
+// end in the block in which they begin, and then nothing but the token itself goes to the heap.
 struct new_pieces {
-    piece pieces[64];
+    static constexpr size_t FEW = 16;
+    static constexpr size_t MOST_BYTES = 1024;
+
+    new_pieces(JLI_List context_pieces, const char *eob) : kept(context_pieces), block_end(eob) {}
+
+    JLI_List kept; // where pieces go that outlive the call
+    const char *block_end;
     size_t count = 0;
-    // A piece is a C string, which a null byte ends.
+    size_t size = 0;
     bool null_byte_seen = false;
+    size_t ends[FEW]; // in `bytes`, of the first pieces
+    char bytes[MOST_BYTES + SHORT_PIECE];
 };
 
-// A few pieces go to the heap one by one; many as one string, or a long token that is full of
-// escapes would take thirty times its size.
-void keep(JLI_List kept, new_pieces &fresh) {
-    constexpr size_t FEW = 16;
-    const std::span<const piece> pieces(fresh.pieces, fresh.count);
-    if (pieces.size() > FEW) {
-        JLI_List_add(kept, joined(pieces));
+// Moves the pieces to the heap: a few one by one; many as one string, or a long token that is full
+// of escapes would take thirty times its size.
+void keep(new_pieces &pieces) {
+    if (pieces.count > new_pieces::FEW) {
+        JLI_List_addSubstring(pieces.kept, pieces.bytes, pieces.size);
     } else {
-        for (const piece &each : pieces) {
-            JLI_List_addSubstring(kept, each.start, each.length);
+        size_t start = 0;
+        for (size_t i = 0; i < pieces.count; i++) {
+            JLI_List_addSubstring(pieces.kept, pieces.bytes + start, pieces.ends[i] - start);
+            start = pieces.ends[i];
         }
     }
-    fresh.count = 0;
+    pieces.count = 0;
+    pieces.size = 0;
 }
 
-void complete(JLI_List kept, new_pieces &fresh, const char *start, const char *end) {
-    if (fresh.count == std::size(fresh.pieces)) {
-        keep(kept, fresh);
+inline void end_piece(new_pieces &pieces, size_t length) {
+    pieces.size += length;
+    if (pieces.count < new_pieces::FEW) {
+        pieces.ends[pieces.count] = pieces.size;
     }
+    pieces.count++;
+}
+
+inline void add_byte(new_pieces &pieces, char byte) {
+    if (pieces.size == new_pieces::MOST_BYTES) {
+        keep(pieces);
+    }
+    pieces.bytes[pieces.size] = byte;
+    end_piece(pieces, byte == '\0' ? 0 : 1);
+}
+
+inline void add_piece(new_pieces &pieces, const char *start, const char *end) {
     size_t length = static_cast<size_t>(end - start);
-    if (fresh.null_byte_seen) {
-        length = strnlen(start, length);
+    if (pieces.null_byte_seen) {
+        length = strnlen(start, length); // a piece is a C string
     }
-    fresh.pieces[fresh.count++] = {start, length};
+    if (length > new_pieces::MOST_BYTES - pieces.size) {
+        keep(pieces);
+        if (length > new_pieces::MOST_BYTES) {
+            JLI_List_addSubstring(pieces.kept, start, length);
+            return;
+        }
+    }
+    char *copy = pieces.bytes + pieces.size;
+    if (length <= size_t{SHORT_PIECE} && pieces.block_end - start >= SHORT_PIECE) {
+        memcpy(copy, start, SHORT_PIECE);
+    } else {
+        memcpy(copy, start, length);
+    }
+    end_piece(pieces, length);
 }
 
-void drop_kept(ArgFileContext *context) {
+void drop_pieces(ArgFileContext *context, new_pieces &pieces) {
+    pieces.count = 0;
+    pieces.size = 0;
     if (context->pieces->size > 0) {
         JLI_List_free(context->pieces);
-        context->pieces = JLI_List_new(PIECES_CAPACITY);
+        pieces.kept = context->pieces = JLI_List_new(PIECES_CAPACITY);
     }
 }
 
-char *combine_token(ArgFileContext *context, new_pieces &fresh, const char *anchor,
-                    const char *nextc) {
-    if (fresh.count == 0 && context->pieces->size == 0) {
+// The token that ends with the pending piece from `anchor` to `nextc`.
+char *end_token(ArgFileContext *context, new_pieces &pieces, const char *anchor,
+                const char *nextc) {
+    context->cursor = nextc + 1;
+    context->state = FIND_NEXT;
+    if (pieces.count == 0 && context->pieces->size == 0) {
         return clone_substring(anchor, static_cast<size_t>(nextc - anchor));
     }
-    complete(context->pieces, fresh, anchor, nextc);
+    add_piece(pieces, anchor, nextc);
     if (context->pieces->size == 0) {
-        return joined({fresh.pieces, fresh.count});
+        return clone_substring(pieces.bytes, pieces.size);
     }
-    keep(context->pieces, fresh);
+    keep(pieces);
     char *token = JLI_List_combine(context->pieces);
-    drop_kept(context);
+    drop_pieces(context, pieces);
     return token;
 }
 
-// Ends the token at `nextc`, which is consumed.
-char *end_token(ArgFileContext *context, new_pieces &fresh, const char *anchor, const char *nextc) {
-    context->cursor = nextc + 1;
-    context->state = FIND_NEXT;
-    return combine_token(context, fresh, anchor, nextc);
-}
-
-// What an escaped byte stands for: a text of one byte.
-const char *escaped(const char *byte) {
-    switch (*byte) {
+// What an escaped byte stands for.
+inline char unescaped(char byte) {
+    switch (byte) {
     case 'n':
-        return "\n";
+        return '\n';
     case 'r':
-        return "\r";
+        return '\r';
     case 't':
-        return "\t";
+        return '\t';
     case 'f':
-        return "\f";
+        return '\f';
     default:
         return byte;
     }
@@ -152,20 +129,15 @@ const char *escaped(const char *byte) {
 } // namespace
 
 char *nextToken(ArgFileContext *context) {
-    ArgFileState state = context->state;
+    const char *const end = context->eob;
     const char *nextc = context->cursor;
     const char *anchor = nextc; // where the pending piece starts
-    new_pieces fresh;
+    ArgFileState state = context->state;
+    new_pieces pieces(context->pieces, end);
 
-    for (;;) {
-        while (nextc < context->eob && (class_of(*nextc) & PASSED_OVER[state]) != 0) {
-            nextc++;
-        }
-        if (nextc == context->eob) {
-            break;
-        }
-        const unsigned char byte_class = class_of(*nextc);
-        fresh.null_byte_seen |= byte_class == NULL_BYTE;
+    while ((nextc = end_of_run(nextc, end, state)) < end) {
+        const unsigned char byte = class_of(*nextc);
+        pieces.null_byte_seen |= byte == NULL_BYTE;
         switch (state) {
         case FIND_NEXT:
             anchor = nextc;
@@ -179,40 +151,38 @@ char *nextToken(ArgFileContext *context) {
             state = FIND_NEXT;
             break;
         case IN_ESCAPE:
-            if (byte_class == LINE_END) {
+            anchor = nextc + 1;
+            if (byte == LINE_END) {
                 state = SKIP_LEAD_WS;
             } else {
-                const char *text = escaped(nextc);
-                complete(context->pieces, fresh, text, text + 1);
+                add_byte(pieces, unescaped(*nextc));
                 state = IN_QUOTE;
             }
-            anchor = nextc + 1;
             break;
         case IN_TOKEN:
-            if (byte_class == QUOTE) {
+            if (byte == QUOTE) {
                 if (nextc != anchor) {
-                    complete(context->pieces, fresh, anchor, nextc);
+                    add_piece(pieces, anchor, nextc);
                 }
                 context->quote_char = *nextc;
                 anchor = nextc + 1;
                 state = IN_QUOTE;
-            } else if (byte_class == COMMENT_SIGN) {
-                fresh.count = 0;
-                drop_kept(context);
+            } else if (byte == COMMENT_SIGN) {
+                drop_pieces(context, pieces);
                 state = IN_COMMENT;
-            } else if (byte_class != NULL_BYTE) {
-                return end_token(context, fresh, anchor, nextc);
+            } else if (byte != NULL_BYTE) {
+                return end_token(context, pieces, anchor, nextc);
             }
             break;
         case IN_QUOTE:
-            if (byte_class == BACKSLASH) {
-                complete(context->pieces, fresh, anchor, nextc);
+            if (byte == BACKSLASH) {
+                add_piece(pieces, anchor, nextc);
                 state = IN_ESCAPE;
-            } else if (byte_class == LINE_END) {
-                return end_token(context, fresh, anchor, nextc);
+            } else if (byte == LINE_END) {
+                return end_token(context, pieces, anchor, nextc);
             } else if (*nextc == context->quote_char) {
                 if (nextc != anchor) {
-                    complete(context->pieces, fresh, anchor, nextc);
+                    add_piece(pieces, anchor, nextc);
                 }
                 anchor = nextc + 1;
                 state = IN_TOKEN;
@@ -223,9 +193,9 @@ char *nextToken(ArgFileContext *context) {
     }
 
     if ((state == IN_TOKEN || state == IN_QUOTE) && nextc != anchor) {
-        complete(context->pieces, fresh, anchor, nextc);
+        add_piece(pieces, anchor, nextc);
     }
-    keep(context->pieces, fresh);
+    keep(pieces);
     context->state = state;
     context->cursor = nextc;
     return nullptr;
