@@ -10,7 +10,8 @@ function(product_flags target)
   target_link_libraries(${target} PRIVATE strict_warnings)
   target_compile_options(${target} PRIVATE
     $<$<COMPILE_LANGUAGE:CXX>:-fno-exceptions -fno-rtti>
-    -ffunction-sections -fdata-sections)
+    -ffunction-sections)
+  # No -fdata-sections: for Windows GCC then stores the zeros of every empty array in the file.
   if(WIN32)
     target_compile_options(${target} PRIVATE -fcf-protection=full)
   endif()

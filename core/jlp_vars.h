@@ -24,8 +24,8 @@ extern "C" {
 extern const int SUCCESS; /* 0 */
 extern const int FAILURE; /* -1 */
 
-extern const char file_separator;        /* the backslash */
-extern const char path_separator;        /* ';', between the elements of a path list */
+extern const char file_separator; /* the backslash */
+extern const char path_separator; /* ';', between the elements of a path list */
 extern const char *const file_separator_str;
 
 /* Path fragments below a home. */
@@ -60,11 +60,11 @@ extern char *quorvel_home;   /* quorvel.jar and the native agents */
 /* Begins with "advanced" (the preset), "legacy", "patch", "secure" or "ri": readers compare
  * prefixes. Released by cleanup. */
 extern char *launch_mode;
-extern char *launcher_path_arg;      /* -Dcom.quorvel.LauncherPackPath=..., in its command-line
-                                        form; released by cleanup */
-extern char *rule_file;              /* full path, or empty */
-extern char *rule_file_arg;          /* -Dcom.quorvel.rules.local=..., or empty; released by
-                                        cleanup */
+extern char *launcher_path_arg;       /* -Dcom.quorvel.LauncherPackPath=..., in its command-line
+                                         form; released by cleanup */
+extern char *rule_file;               /* full path, or empty */
+extern char *rule_file_arg;           /* -Dcom.quorvel.rules.local=..., or empty; released by
+                                         cleanup */
 extern char *quorvel_properties_file; /* full path, or empty */
 extern char *quorvel_properties_arg;  /* -Dcom.quorvel.QuorvelProperties=..., or empty; released by
                                          cleanup */
@@ -74,8 +74,8 @@ extern char *new_mem_val_as_str; /* 50 bytes for the text of an -Xmx value; rele
                                     which leaves the pointer */
 
 /* ---- Option lists of launcher.cfg ----
- * A repeated key appends. cleanup empties the non-path list; parse_arguments releases the entries of
- * the allow and ignore lists and leaves nulls behind below their counts. */
+ * A repeated key appends. cleanup empties the non-path list; parse_arguments releases the entries
+ * of the allow and ignore lists and leaves nulls behind below their counts. */
 
 enum { OPTION_SLOTS = 10000 };
 

@@ -21,17 +21,29 @@ Block *or_exit(Block *block, const char *function) {
 
 } // namespace
 
-void *JLI_MemAlloc(size_t size) { return or_exit(malloc(size), "malloc"); }
+void *JLI_MemAlloc(size_t size) {
+    return or_exit(malloc(size), "malloc");
+}
 
-void *JLI_MemRealloc(void *block, size_t size) { return or_exit(realloc(block, size), "realloc"); }
+void *JLI_MemRealloc(void *block, size_t size) {
+    return or_exit(realloc(block, size), "realloc");
+}
 
-char *JLI_StringDup(const char *text) { return or_exit(strdup(text), "strdup"); }
+char *JLI_StringDup(const char *text) {
+    return or_exit(strdup(text), "strdup");
+}
 
-void JLI_MemFree(void *block) { free(block); }
+void JLI_MemFree(void *block) {
+    free(block);
+}
 
-void JLI_SetTraceLauncher() { _launcher_debug = 1; }
+void JLI_SetTraceLauncher() {
+    _launcher_debug = 1;
+}
 
-int JLI_IsTraceLauncher() { return _launcher_debug; }
+int JLI_IsTraceLauncher() {
+    return _launcher_debug;
+}
 
 void JLI_TraceLauncher(const char *format, ...) {
     if (_launcher_debug != 1) {
@@ -42,9 +54,7 @@ void JLI_TraceLauncher(const char *format, ...) {
     const text_ptr message = format_text_list(format, arguments);
     va_end(arguments);
     if (LOG_FILE_FD != nullptr) {
-        fputs(message.get(), LOG_FILE_FD);
-        fflush(LOG_FILE_FD);
+        print_text(LOG_FILE_FD, message);
     }
-    fputs(message.get(), stdout);
-    fflush(stdout);
+    print_text(stdout, message);
 }

@@ -78,10 +78,9 @@ int IsWhiteSpaceOption(const char *arg);
 /* ---- Trace ---- */
 
 #ifdef __GNUC__
-#define JLI_PRINTF_LIKE(format, first)                                                             \
-    __attribute__((format(__gnu_printf__, format, first)))
+#define JLI_PRINTF_LIKE(text, first) __attribute__((format(__printf__, text, first)))
 #else
-#define JLI_PRINTF_LIKE(format, first)
+#define JLI_PRINTF_LIKE(text, first)
 #endif
 
 /* The open trace log, or null. It is part of the launcher state (core/jlp_vars.h): opened by the

@@ -1,20 +1,23 @@
 #include "jli/text.h"
 
+#include <algorithm>
 #include <cstdio>
 #include <cstring>
+
+#include "platform/format.h"
 
 text_ptr format_text_list(const char *format, va_list arguments) {
     va_list measured;
     va_copy(measured, arguments);
-    const int length = vsnprintf(nullptr, 0, format, measured);
+    const int length = format_by_runtime(nullptr, 0, format, measured);
     va_end(measured);
     if (length < 0) {
-        perror("vsnprintf");
+        perror("format");
         exit(1);
     }
     const size_t size = static_cast<size_t>(length) + 1;
     text_ptr text(static_cast<char *>(JLI_MemAlloc(size)));
-    vsnprintf(text.get(), size, format, arguments);
+    format_by_runtime(text.get(), size, format, arguments);
     return text;
 }
 
@@ -24,6 +27,11 @@ text_ptr format_text(const char *format, ...) {
     text_ptr text = format_text_list(format, arguments);
     va_end(arguments);
     return text;
+}
+
+void print_text(FILE *stream, const text_ptr &text) {
+    fputs(text.get(), stream);
+    fflush(stream);
 }
 
 text_ptr copy_text(std::string_view text) {
@@ -39,12 +47,19 @@ char *new_text_buffer() {
     return buffer;
 }
 
-void fill_text_buffer(char *buffer, std::string_view text) {
-    if (text.size() >= TEXT_SIZE) {
-        refuse_long_text(text);
+void assign_text(char **slot, std::string_view text) {
+    const size_t size = text.size() + 1;
+    if (*slot == nullptr || size > TEXT_SIZE) {
+        free(*slot);
+        *slot = static_cast<char *>(JLI_MemAlloc(std::max<size_t>(size, TEXT_SIZE)));
     }
-    memmove(buffer, text.data(), text.size());
-    buffer[text.size()] = '\0';
+    memcpy(*slot, text.data(), text.size());
+    (*slot)[text.size()] = '\0';
+}
+
+void release_text(char **slot) {
+    free(*slot);
+    *slot = nullptr;
 }
 
 void append_to_text_buffer(char *buffer, std::string_view text) {
@@ -58,18 +73,16 @@ void append_to_text_buffer(char *buffer, std::string_view text) {
 
 void refuse_long_text(std::string_view text) {
     const text_ptr shown = copy_text(text);
-    fprintf(stderr, "Error: text too long (at most %d bytes): %.60s...\n", TEXT_SIZE - 1,
-            shown.get());
+    print_text(stderr, format_text("Error: text too long (at most %d bytes): %.60s...\n",
+                                   TEXT_SIZE - 1, shown.get()));
     exit(1);
 }
 
 void refuse_entry(const char *what, int capacity) {
-    const text_ptr message =
-        format_text("Error: too many %s (at most %d)\n", what, capacity);
+    const text_ptr message = format_text("Error: too many %s (at most %d)\n", what, capacity);
     if (LOG_FILE_FD != nullptr) {
-        fputs(message.get(), LOG_FILE_FD);
-        fflush(LOG_FILE_FD);
+        print_text(LOG_FILE_FD, message);
     }
-    fputs(message.get(), stderr);
+    print_text(stderr, message);
     exit(1);
 }

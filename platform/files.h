@@ -12,8 +12,12 @@ enum class entry_kind { missing, file, directory };
 // are resolved by text before the file system is asked, so missing\.. exists.
 entry_kind kind_of(const char *path);
 
-inline bool is_directory(const char *path) { return kind_of(path) == entry_kind::directory; }
-inline bool is_file(const char *path) { return kind_of(path) == entry_kind::file; }
+inline bool is_directory(const char *path) {
+    return kind_of(path) == entry_kind::directory;
+}
+inline bool is_file(const char *path) {
+    return kind_of(path) == entry_kind::file;
+}
 
 // Opens a file in the text mode of the Windows runtime, with fopen's modes "r" and "w+": reading,
 // CR LF arrives as LF and Ctrl-Z ends the file. Null (errno says why) when it cannot be opened; a

@@ -2,7 +2,8 @@
 #define PLATFORM_WINDOWS_SERVICES_H
 
 /* The Windows services that the product calls, under their own names. On Windows they are the
- * system's; elsewhere host/windows_services.h declares the same names and says what they do there. */
+ * system's; elsewhere host/windows_services.h declares the same names and says what they do there.
+ */
 
 #ifdef _WIN32
 #ifndef WIN32_LEAN_AND_MEAN

@@ -4,8 +4,8 @@
 /* The subset of the Windows services that the product calls, over POSIX.
  *
  * Paths are Windows paths. QVL_HOST_DRIVE_<letter> in the environment names the Unix directory that
- * stands for a drive; Z: is / unless set. A failed call sets what GetLastError() returns. Handles are
- * given back with CloseHandle(). One thread only. */
+ * stands for a drive; Z: is / unless set. A failed call sets what GetLastError() returns. Handles
+ * are given back with CloseHandle(). One thread only. */
 
 #include <stdint.h>
 
@@ -58,16 +58,16 @@ void SetLastError(DWORD error);
 DWORD GetModuleFileNameA(HMODULE module, LPSTR buffer, DWORD size);
 
 /* The full path of `path`, by text alone: "." and ".." resolved, "/" turned into "\", separators
- * folded into one, a trailing one kept. A relative path is taken from the current directory, one that
- * begins with a separator from the current drive. Returns the length without the terminator; when the
- * buffer is too small, the size needed with it, the buffer untouched; 0 on failure. `file_part`, when
- * not null, receives the last component or null. */
+ * folded into one, a trailing one kept. A relative path is taken from the current directory, one
+ * that begins with a separator from the current drive. Returns the length without the terminator;
+ * when the buffer is too small, the size needed with it, the buffer untouched; 0 on failure.
+ * `file_part`, when not null, receives the last component or null. */
 DWORD GetFullPathNameA(LPCSTR path, DWORD size, LPSTR buffer, LPSTR *file_part);
 
 /* The environment that child processes receive; names without regard to letter case. getenv() keeps
- * seeing the environment as the process received it. The length of the value without the terminator;
- * 0 when the variable is unset (ERROR_ENVVAR_NOT_FOUND) or empty; when the buffer is too small, the
- * size needed with the terminator, the buffer untouched. */
+ * seeing the environment as the process received it. The length of the value without the
+ * terminator; 0 when the variable is unset (ERROR_ENVVAR_NOT_FOUND) or empty; when the buffer is
+ * too small, the size needed with the terminator, the buffer untouched. */
 DWORD GetEnvironmentVariableA(LPCSTR name, LPSTR buffer, DWORD size);
 
 /* Sets the variable, or with a null value removes it. Fails for an empty name and one with "=". */
@@ -113,17 +113,18 @@ typedef struct {
 #define STILL_ACTIVE 0x00000103u
 
 /* Starts the program that stands first in the command line, in double quotes or, without them, the
- * first of the texts up to a blank, to the next blank and so on that names a file (".exe" appended to
- * a name without a dot); the rest is split into its arguments by the Windows rules. The child has the
- * current directory, the environment of SetEnvironmentVariableA and the three standard streams, and
- * no other descriptor. Fails where the program cannot be started (missing, a directory, no program)
- * and for a command line of 32767 characters or more. With CREATE_SUSPENDED the program does not run
- * before ResumeThread().
+ * first of the texts up to a blank, to the next blank and so on that names a file (".exe" appended
+ * to a name without a dot); the rest is split into its arguments by the Windows rules. The child
+ * has the current directory, the environment of SetEnvironmentVariableA and the three standard
+ * streams, and no other descriptor. Fails where the program cannot be started (missing, a
+ * directory, no program) and for a command line of 32767 characters or more. With CREATE_SUSPENDED
+ * the program does not run before ResumeThread().
  *
- * `application` and the attributes must be null and `inherit_handles`, `environment` and `directory`
- * 0 or null (else ERROR_INVALID_PARAMETER). The caller closes both handles. A child is bound to its
- * parent's life from the start: it is killed with it. */
-BOOL CreateProcessA(LPCSTR application, LPSTR command_line, LPSECURITY_ATTRIBUTES process_attributes,
+ * `application` and the attributes must be null and `inherit_handles`, `environment` and
+ * `directory` 0 or null (else ERROR_INVALID_PARAMETER). The caller closes both handles. A child is
+ * bound to its parent's life from the start: it is killed with it. */
+BOOL CreateProcessA(LPCSTR application, LPSTR command_line,
+                    LPSECURITY_ATTRIBUTES process_attributes,
                     LPSECURITY_ATTRIBUTES thread_attributes, BOOL inherit_handles, DWORD flags,
                     LPVOID environment, LPCSTR directory, LPSTARTUPINFOA start_up,
                     LPPROCESS_INFORMATION process);
@@ -183,7 +184,8 @@ typedef enum { JobObjectExtendedLimitInformation = 9 } JOBOBJECTINFOCLASS;
 /* A job holds processes; grandchildren are never in it. The name is not used here. */
 HANDLE CreateJobObjectA(LPSECURITY_ATTRIBUTES attributes, LPCSTR name);
 
-/* Of the extended limits, the kill-on-close flag counts: closing the job then kills what runs in it. */
+/* Of the extended limits, the kill-on-close flag counts: closing the job then kills what runs in
+ * it. */
 BOOL SetInformationJobObject(HANDLE job, JOBOBJECTINFOCLASS info_class, LPVOID info, DWORD size);
 
 BOOL AssignProcessToJobObject(HANDLE job, HANDLE process);
@@ -194,9 +196,9 @@ typedef BOOL(WINAPI *PHANDLER_ROUTINE)(DWORD event);
 
 enum { CTRL_C_EVENT = 0, CTRL_BREAK_EVENT = 1 };
 
-/* Adds (add: 1) the one handler for Ctrl-C (SIGINT) and Ctrl-Break (SIGQUIT); it returns TRUE for an
- * event that is done with, FALSE for one that takes its default. Signals that the process was started
- * with ignored stay so. Children do not inherit the handler. */
+/* Adds (add: 1) the one handler for Ctrl-C (SIGINT) and Ctrl-Break (SIGQUIT); it returns TRUE for
+ * an event that is done with, FALSE for one that takes its default. Signals that the process was
+ * started with ignored stay so. Children do not inherit the handler. */
 BOOL SetConsoleCtrlHandler(PHANDLER_ROUTINE handler, BOOL add);
 
 #ifdef __cplusplus

@@ -11,6 +11,10 @@ entry_kind kind_of(const char *path) {
     return (status.st_mode & S_IFMT) == S_IFDIR ? entry_kind::directory : entry_kind::file;
 }
 
-FILE *open_text_file(const char *path, const char *mode) { return fopen(path, mode); }
+FILE *open_text_file(const char *path, const char *mode) {
+    return fopen(path, mode);
+}
 
-char *current_directory() { return _getcwd(nullptr, 0); }
+char *current_directory() {
+    return _getcwd(nullptr, 0);
+}

@@ -1,0 +1,40 @@
+#include "core/banner.h"
+
+#include <cstring>
+#include <ctime>
+
+#include "jli/jli_util.h"
+
+const char *const label = "QUORVEL_VERSION=";
+const char *const version = QVL_VERSION;
+
+void just_to_add_version_to_binary() {
+    char *joined = static_cast<char *>(JLI_MemAlloc(1000));
+    joined[0] = '\0';
+    strcat(strcat(joined, label), version);
+    JLI_MemFree(joined);
+}
+
+void display_banner() {
+    JLI_TraceLauncher("  ___  _   _  ___  _____   _____ _\n");
+    JLI_TraceLauncher(
+        " / _ \\| | | |/ _ \\| _ \\ \\ / / __| |    Java, started where it should be.\n");
+    JLI_TraceLauncher("| (_) | |_| | (_) |   /\\ V /| _|| |__  Quorvel launcher %s\n", version);
+    JLI_TraceLauncher(
+        " \\__\\_\\\\___/ \\___/|_|_\\ \\_/ |___|____| Help: README.md beside the launcher.\n");
+    JLI_TraceLauncher("\n");
+}
+
+const char *get_current_time_str() {
+    static const char *const failed = "[FAILED TO GET TIMESTAMP]";
+    const time_t now = time(nullptr);
+    if (now == static_cast<time_t>(-1)) {
+        return failed;
+    }
+    char *text = ctime(&now);
+    if (text == nullptr) {
+        return failed;
+    }
+    text[strlen(text) - 1] = '\0';
+    return text;
+}

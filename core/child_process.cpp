@@ -1,0 +1,137 @@
+#include "core/child_process.h"
+
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <unistd.h>
+
+#include "core/jlp_vars.h"
+#include "core/launch_mode.h"
+#include "core/state_arrays.h"
+#include "jli/text.h"
+
+namespace {
+
+char *put_text(char *to, const char *text) {
+    const size_t length = strlen(text);
+    memcpy(to, text, length);
+    return to + length;
+}
+
+text_ptr join_command_line(const char *command, char *const *argv, int argc) {
+    size_t size = strlen(command) + 1;
+    for (int i = 1; i < argc; i++) {
+        size += strlen(argv[i]) + 1;
+    }
+    text_ptr line(static_cast<char *>(JLI_MemAlloc(size)));
+    char *end = put_text(line.get(), command);
+    for (int i = 1; i < argc; i++) {
+        *end++ = ' ';
+        end = put_text(end, argv[i]);
+    }
+    *end = '\0';
+    return line;
+}
+
+// A job that ends its processes with its last handle, the launcher's, but lets go of theirs.
+HANDLE create_job() {
+    const text_ptr name = format_text("pid_%d", static_cast<int>(getpid()));
+    HANDLE job = CreateJobObjectA(nullptr, name.get());
+    JOBOBJECT_EXTENDED_LIMIT_INFORMATION limits = {};
+    limits.BasicLimitInformation.LimitFlags = JOB_OBJECT_LIMIT_KILL_ON_JOB_CLOSE |
+                                              JOB_OBJECT_LIMIT_SILENT_BREAKAWAY_OK |
+                                              JOB_OBJECT_LIMIT_BREAKAWAY_OK;
+    SetInformationJobObject(job, JobObjectExtendedLimitInformation, &limits, sizeof limits);
+    return job;
+}
+
+DWORD wait_for_exit_code(HANDLE process) {
+    WaitForSingleObject(process, INFINITE);
+    DWORD code = 0;
+    return GetExitCodeProcess(process, &code) ? code : GetLastError();
+}
+
+void close_handles(PROCESS_INFORMATION *process) {
+    CloseHandle(process->hProcess);
+    CloseHandle(process->hThread);
+    process->hProcess = nullptr;
+    process->hThread = nullptr;
+}
+
+DWORD give_up_child(PROCESS_INFORMATION *process) {
+    TerminateProcess(process->hProcess, 0);
+    close_handles(process);
+    return 1;
+}
+
+BOOL WINAPI take_interrupt(DWORD event) {
+    return event == CTRL_C_EVENT || event == CTRL_BREAK_EVENT;
+}
+
+} // namespace
+
+int execute_command(const char *command, char *const *argv, int argc) {
+    text_ptr command_line = join_command_line(command, argv, argc);
+    JLI_TraceLauncher("OUTPUT COMMAND:\n");
+    JLI_TraceLauncher("---------------\n");
+    JLI_TraceLauncher("%s\n\n", command_line.get());
+    JLI_TraceLauncher("\n\n");
+    JLI_TraceLauncher(launch_mode_begins_with("ri") ? "EXECUTING RI PROCESS ......\n\n"
+                                                    : "EXECUTING QUORVEL AGENT PROCESS ......\n\n");
+
+    HANDLE job = create_job();
+    STARTUPINFOA start_up = {};
+    start_up.cb = sizeof start_up;
+    PROCESS_INFORMATION process = {};
+    const DWORD status = CreateProcessInJob(job, nullptr, command_line.get(), nullptr, nullptr,
+                                            FALSE, 0, nullptr, nullptr, &start_up, &process);
+    CloseHandle(job);
+    if (LOG_FILE_FD != nullptr) {
+        fclose(LOG_FILE_FD);
+    }
+    return static_cast<int>(status);
+}
+
+DWORD CreateProcessInJob(HANDLE job, LPCSTR application, LPSTR command_line,
+                         LPSECURITY_ATTRIBUTES process_attributes,
+                         LPSECURITY_ATTRIBUTES thread_attributes, BOOL inherit_handles, DWORD flags,
+                         LPVOID environment, LPCSTR directory, LPSTARTUPINFOA start_up,
+                         LPPROCESS_INFORMATION process) {
+    const BOOL created = CreateProcessA(
+        application, command_line, process_attributes, thread_attributes, inherit_handles,
+        flags | CREATE_SUSPENDED, environment, directory, start_up, process);
+    cleanup();
+    if (!created) {
+        return 1;
+    }
+    if (!AssignProcessToJobObject(job, process->hProcess) &&
+        GetLastError() != ERROR_ACCESS_DENIED) {
+        return give_up_child(process);
+    }
+    if ((flags & CREATE_SUSPENDED) != 0) {
+        return 0;
+    }
+    if (ResumeThread(process->hThread) == static_cast<DWORD>(-1)) {
+        return give_up_child(process);
+    }
+    JLI_TraceLauncher("Windows Java PID = %d\n", static_cast<int>(process->dwProcessId));
+    const DWORD status = wait_for_exit_code(process->hProcess);
+    close_handles(process);
+    return status;
+}
+
+void cleanup() {
+    release_text(&launch_mode);
+    release_entries(non_path_options_array, &non_path_options_count);
+    release_entries(processedArg, &processedArgCount);
+    release_entries(newPathList, &newPathListCount);
+    release_text(&quorvel_properties_arg);
+    release_text(&launcher_path_arg);
+    release_text(&rule_file_arg);
+    // Only its pointer stays: the next configuration to be loaded replaces it.
+    free(new_mem_val_as_str);
+}
+
+void leave_interrupts_to_child() {
+    SetConsoleCtrlHandler(take_interrupt, TRUE);
+}

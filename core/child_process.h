@@ -1,0 +1,45 @@
+#ifndef CORE_CHILD_PROCESS_H
+#define CORE_CHILD_PROCESS_H
+
+/* Running the real Java executable in a job object that ends it when the launcher goes away. */
+
+#include "platform/windows_services.h"
+
+#ifdef __cplusplus
+extern "C" {
+#endif
+
+/* Runs `command` (in its command-line form) with the arguments from argv[1] on, joined with blanks
+ * as they stand, and waits for it. Returns the child's exit code, the system's error when that
+ * cannot be read, or 1 when the child could not be started in its job. Reads launch_mode; calls
+ * cleanup(), so the state that it releases is gone afterwards; closes the trace log and leaves its
+ * pointer. */
+int execute_command(const char *command, char *const *argv, int argc);
+
+/* CreateProcessA's parameters behind the job to put the child into. The child is created suspended;
+ * cleanup() is called, child or no child. It then joins the job (a child that may not, access
+ * denied, runs outside it), runs and is waited for. Returns its exit code, the system's error when
+ * that cannot be read, or 1 when it could not be created, put into the job or resumed: a created
+ * child is terminated with exit code 0 then. With CREATE_SUSPENDED among `flags` it returns 0 as
+ * soon as the child is in the job: still suspended, the child and its handles are the caller's.
+ * Otherwise the handles of a created child are closed and set to null. */
+DWORD CreateProcessInJob(HANDLE job, LPCSTR application, LPSTR command_line,
+                         LPSECURITY_ATTRIBUTES process_attributes,
+                         LPSECURITY_ATTRIBUTES thread_attributes, BOOL inherit_handles, DWORD flags,
+                         LPVOID environment, LPCSTR directory, LPSTARTUPINFOA start_up,
+                         LPPROCESS_INFORMATION process);
+
+/* Releases launch_mode, non_path_options_array, processedArg, newPathList, quorvel_properties_arg,
+ * launcher_path_arg, rule_file_arg and new_mem_val_as_str; all but the last become null, the counts
+ * 0. */
+void cleanup(void);
+
+/* Leaves Ctrl-C and Ctrl-Break to the child, which shares the console: this process goes on waiting
+ * and returns what the child makes of them. */
+void leave_interrupts_to_child(void);
+
+#ifdef __cplusplus
+}
+#endif
+
+#endif

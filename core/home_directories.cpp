@@ -1,0 +1,162 @@
+#include "core/home_directories.h"
+
+#include <cstdio>
+#include <cstring>
+
+#include "core/environment.h"
+#include "core/jlp_vars.h"
+#include "core/launch_mode.h"
+#include "jli/text.h"
+#include "platform/files.h"
+
+namespace {
+
+bool is_empty(const char *text) {
+    return *text == '\0';
+}
+
+void fall_back_on_env_var(const char *name, char **home) {
+    const text_ptr title = format_text("Get %s from environment", name);
+    text_ptr underline = copy_text(title.get());
+    memset(underline.get(), '-', strlen(title.get()));
+    JLI_TraceLauncher("%s\n", title.get());
+    JLI_TraceLauncher("%s\n", underline.get());
+    const text_ptr value = read_environment(name);
+    if (value == nullptr) {
+        JLI_TraceLauncher("    $%s not set in environment\n", name);
+    } else {
+        assign_text(home, value.get());
+        JLI_TraceLauncher("    $%s set in environment: %s\n", name, *home);
+    }
+    JLI_TraceLauncher("\n");
+}
+
+// A home that is a directory loses one trailing separator; any other gets its message.
+bool accept_home(const char *name, char *home) {
+    if (home == nullptr) {
+        JLI_TraceLauncher("Error: %s is not set\n", name);
+        return false;
+    }
+    if (!is_directory(home)) {
+        JLI_TraceLauncher("Error: %s directory '%s' doesn't exist\n", name, home);
+        return false;
+    }
+    const size_t length = strlen(home);
+    if (home[length - 1] == file_separator) {
+        home[length - 1] = '\0';
+    }
+    return true;
+}
+
+// java.exe is asked for whatever the launcher's own file is called.
+bool holds_java(const char *home) {
+    return is_file(format_text("%s%s%s", home, bin_dir, slash_exe_name).get());
+}
+
+bool accept_container_home() {
+    if (!accept_home("CONTAINER_HOME", container_home)) {
+        return false;
+    }
+    if (!holds_java(container_home)) {
+        JLI_TraceLauncher("Error: neither bin/java nor jre/bin/java exist in CONTAINER_HOME '%s'\n",
+                          container_home);
+        JLI_TraceLauncher("Error: %s/java doesn't exist in CONTAINER_HOME '%s'\n", bin_dir,
+                          container_home);
+        return false;
+    }
+    return true;
+}
+
+// A launcher in a jre\bin folder takes a JVM home without one, as those of Java 9 and later are.
+bool accept_jvm_home() {
+    if (!accept_home("JVM_HOME", jvm_home)) {
+        return false;
+    }
+    if (!holds_java(jvm_home) && !std::string_view(jre_bin).starts_with(bin_dir)) {
+        JLI_TraceLauncher("Error: %s/java doesn't exist in JVM_HOME '%s'\n", bin_dir, jvm_home);
+        return false;
+    }
+    return true;
+}
+
+bool accept_quorvel_home() {
+    if (!accept_home("QUORVEL_HOME", quorvel_home)) {
+        return false;
+    }
+    const text_ptr jar = format_text("%s%s", quorvel_home, slash_quorvel_jar);
+    if (!is_file(jar.get())) {
+        JLI_TraceLauncher("Error: Quorvel agent jar file '%s' doesn't exist\n", jar.get());
+        return false;
+    }
+    return true;
+}
+
+[[noreturn]] void end_without_bundle(const char *directory) {
+    JLI_TraceLauncher("Error: %s doesn't exist\n", directory);
+    exit(0);
+}
+
+void set_container_home_from_bundle() {
+    const std::string_view directory(executable_dir);
+    const bool in_jre_bin = directory.ends_with(jre_bin);
+    if (!in_jre_bin && !directory.ends_with(bin)) {
+        JLI_TraceLauncher(
+            "Error: java executable is expected to be in either the %s or %s folder\n", jre_bin,
+            bin);
+        exit(0);
+    }
+    const text_ptr home = format_text("%s\\..%s", executable_dir, in_jre_bin ? "\\.." : "");
+    assign_text(&container_home, home.get());
+    if (!is_directory(container_home)) {
+        end_without_bundle(container_home);
+    }
+    JLI_TraceLauncher("CONTAINER_HOME set using bundle config: %s\n", container_home);
+}
+
+} // namespace
+
+void fall_back_on_env_vars() {
+    if (is_empty(container_home) && launch_mode_uses_container()) {
+        fall_back_on_env_var("CONTAINER_HOME", &container_home);
+    }
+    if (is_empty(jvm_home)) {
+        fall_back_on_env_var("JVM_HOME", &jvm_home);
+    }
+    if (is_empty(quorvel_home) && !launch_mode_begins_with("ri")) {
+        fall_back_on_env_var("QUORVEL_HOME", &quorvel_home);
+    }
+}
+
+int validate_directories() {
+    if (launch_mode_uses_container() && !accept_container_home()) {
+        return FAILURE;
+    }
+    if (!accept_jvm_home()) {
+        return FAILURE;
+    }
+    if (launch_mode_begins_with("ri")) {
+        return SUCCESS;
+    }
+    return accept_quorvel_home() ? SUCCESS : FAILURE;
+}
+
+void fall_back_on_bundle() {
+    if (is_empty(container_home)) {
+        set_container_home_from_bundle();
+    }
+    if (is_empty(jvm_home)) {
+        assign_text(&jvm_home, format_text("%s\\..\\..\\..", container_home).get());
+        if (!is_directory(jvm_home)) {
+            end_without_bundle(jvm_home);
+        }
+        JLI_TraceLauncher("JVM_HOME set using bundle config: %s\n", jvm_home);
+    }
+    if (is_empty(quorvel_home)) {
+        assign_text(&quorvel_home, format_text("%s\\quorvel_home", jvm_home).get());
+        if (!is_directory(quorvel_home)) {
+            print_text(stderr, format_text("Error: %s doesn't exist\n", quorvel_home));
+            exit(0);
+        }
+        JLI_TraceLauncher("QUORVEL_HOME set using bundle config: %s\n", quorvel_home);
+    }
+}

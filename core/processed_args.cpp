@@ -1,0 +1,19 @@
+#include "core/processed_args.h"
+
+#include <cstring>
+
+#include "core/jlp_vars.h"
+#include "core/state_arrays.h"
+#include "jli/text.h"
+
+char *processArg(const char *arg) {
+    const bool quoted = !is_native_invocation && strchr(arg, ' ') != nullptr;
+    char *processed = (quoted ? format_text("\"%s\"", arg) : copy_text(arg)).release();
+    append_entry(processedArg, &processedArgCount, processed);
+    if (quoted) {
+        JLI_TraceLauncher("QUOTING WINDOWS ARG DUE TO SPACES:\n");
+        JLI_TraceLauncher("    Before: %s\n", arg);
+        JLI_TraceLauncher("    After:  %s\n\n", processed);
+    }
+    return processed;
+}

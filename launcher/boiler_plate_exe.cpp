@@ -1,0 +1,91 @@
+// The launcher's executable: finds its place and its configuration, settles and checks the homes,
+// and runs the java.exe of the chosen home in its stead.
+
+#include <cstdio>
+
+#include "core/child_process.h"
+#include "core/configuration.h"
+#include "core/home_directories.h"
+#include "core/jlp_vars.h"
+#include "core/launch_mode.h"
+#include "core/processed_args.h"
+#include "core/start_up.h"
+#include "core/state_arrays.h"
+#include "jli/text.h"
+#include "platform/files.h"
+
+namespace {
+
+void trace_input_command(int argc, char **argv) {
+    JLI_TraceLauncher("INPUT COMMAND:\n");
+    JLI_TraceLauncher("--------------\n");
+    JLI_TraceLauncher("    ");
+    for (int i = 0; i < argc; i++) {
+        JLI_TraceLauncher("%s", argv[i]);
+        if (i < argc - 1) {
+            JLI_TraceLauncher(" ");
+        }
+    }
+    JLI_TraceLauncher("\n\n");
+}
+
+void trace_key_directories(const char *executable_file_path) {
+    JLI_TraceLauncher("KEY DIRECTORIES:\n");
+    JLI_TraceLauncher("--------------\n");
+    JLI_TraceLauncher("    executable_file_path = %s\n", executable_file_path);
+    JLI_TraceLauncher("    executable_dir       = %s\n", executable_dir);
+    JLI_TraceLauncher("    bin_dir              = %s\n", bin_dir);
+    JLI_TraceLauncher("    launcher_home        = %s\n", launcher_home);
+    JLI_TraceLauncher("\n");
+}
+
+// The same file in the same folder as the launcher's, below the home of the launch mode.
+text_ptr target_path(const char *executable_name) {
+    const char *home = launch_mode_uses_container() ? container_home : jvm_home;
+    return format_text("%s%s%c%s", home, bin_dir, file_separator, executable_name);
+}
+
+int invalid_command(const char *target, int status) {
+    print_text(stdout, format_text("Error: invalid command: %s\n", target));
+    return status;
+}
+
+} // namespace
+
+int main(int argc, char **argv) {
+    setbuf(stdout, nullptr);
+
+    text_ptr executable_file_path(get_executable_file_path());
+    const std::string_view path(executable_file_path.get());
+    const size_t last_separator = path.rfind(file_separator);
+    text_ptr executable_name = copy_text(path.data() + last_separator + 1);
+    assign_text(&executable_dir, {path.data(), last_separator});
+    if (set_bin_dir() == FAILURE) {
+        return FAILURE;
+    }
+
+    load_config_file();
+    trace_input_command(argc, argv);
+    trace_key_directories(executable_file_path.get());
+    executable_file_path.reset();
+
+    fall_back_on_env_vars();
+    release_text(&executable_dir);
+    if (validate_directories() == FAILURE) {
+        return FAILURE;
+    }
+
+    const text_ptr target = target_path(executable_name.get());
+    executable_name.reset();
+    if (!is_file(target.get())) {
+        return invalid_command(target.get(), FAILURE);
+    }
+    argv[0] = processArg(target.get());
+    release_text(&container_home);
+    release_text(&jvm_home);
+
+    leave_interrupts_to_child();
+    const int status = execute_command(argv[0], argv, argc);
+    release_entries(processedArg, &processedArgCount);
+    return status == 0 ? status : invalid_command(target.get(), status);
+}

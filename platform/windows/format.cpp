@@ -1,0 +1,8 @@
+#include "platform/format.h"
+
+#include <cstdio>
+
+int format_by_runtime(char *buffer, size_t size, const char *format, va_list arguments) {
+    return buffer == nullptr ? _vscprintf(format, arguments)
+                             : _vsnprintf(buffer, size, format, arguments);
+}
