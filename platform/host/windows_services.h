@@ -7,6 +7,7 @@
  * stands for a drive; Z: is / unless set. A failed call sets what GetLastError() returns. Handles
  * are given back with CloseHandle(). One thread only. */
 
+#include <stddef.h>
 #include <stdint.h>
 
 #ifdef __cplusplus
@@ -39,9 +40,11 @@ enum {
     ERROR_ACCESS_DENIED = 5,
     ERROR_INVALID_HANDLE = 6,
     ERROR_NOT_ENOUGH_MEMORY = 8,
+    ERROR_GEN_FAILURE = 31,
     ERROR_INVALID_PARAMETER = 87,
     ERROR_INSUFFICIENT_BUFFER = 122,
     ERROR_INVALID_NAME = 123,
+    ERROR_MOD_NOT_FOUND = 126,
     ERROR_BAD_EXE_FORMAT = 193,
     ERROR_ENVVAR_NOT_FOUND = 203,
     ERROR_FILENAME_EXCED_RANGE = 206

@@ -1,0 +1,44 @@
+#include <csignal>
+
+#include "platform/host/last_error.h"
+
+namespace {
+
+PHANDLER_ROUTINE console_handler = nullptr;
+
+// Left to its default, the event strikes when the signal is unblocked at the end of the handler.
+void on_signal(int signal_number) {
+    DWORD event = signal_number == SIGINT ? CTRL_C_EVENT : CTRL_BREAK_EVENT;
+    if (!console_handler(event)) {
+        signal(signal_number, SIG_DFL);
+        raise(signal_number);
+    }
+}
+
+void handle_signal(int signal_number, void (*handler)(int)) {
+    struct sigaction old_action;
+    if (sigaction(signal_number, nullptr, &old_action) == 0 && old_action.sa_handler != SIG_IGN) {
+        struct sigaction action = {};
+        action.sa_handler = handler;
+        action.sa_flags = SA_RESTART;
+        sigaction(signal_number, &action, nullptr);
+    }
+}
+
+} // namespace
+
+BOOL SetConsoleCtrlHandler(PHANDLER_ROUTINE handler, BOOL add) {
+    bool fits = add ? console_handler == nullptr : console_handler == handler;
+    if (handler == nullptr || !fits) {
+        return fail_with(ERROR_INVALID_PARAMETER);
+    }
+    if (add) {
+        console_handler = handler;
+    }
+    handle_signal(SIGINT, add ? on_signal : SIG_DFL);
+    handle_signal(SIGQUIT, add ? on_signal : SIG_DFL);
+    if (!add) {
+        console_handler = nullptr;
+    }
+    return TRUE;
+}

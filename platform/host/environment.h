@@ -1,0 +1,7 @@
+#ifndef PLATFORM_HOST_ENVIRONMENT_H
+#define PLATFORM_HOST_ENVIRONMENT_H
+
+// The environment of SetEnvironmentVariableA as execve() takes it. It stays the environment's.
+char *const *child_environment();
+
+#endif

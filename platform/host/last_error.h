@@ -1,0 +1,12 @@
+#ifndef PLATFORM_HOST_LAST_ERROR_H
+#define PLATFORM_HOST_LAST_ERROR_H
+
+#include "platform/host/windows_services.h"
+
+// Sets the last error and returns FALSE, for the failing ways out of a service.
+BOOL fail_with(DWORD error);
+
+// The Windows error that says what this errno says.
+DWORD windows_error(int error_number);
+
+#endif

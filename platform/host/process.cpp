@@ -1,0 +1,131 @@
+#include <climits>
+#include <csignal>
+#include <cstdlib>
+#include <cstring>
+#include <new>
+
+#include "platform/host/command_line.h"
+#include "platform/host/environment.h"
+#include "platform/host/last_error.h"
+#include "platform/host/objects.h"
+
+namespace {
+
+constexpr size_t COMMAND_LINE_SIZE = 32767; // terminator included
+
+// A process that is started with SIGCHLD ignored would never learn its children's exit codes.
+void keep_exit_codes() {
+    struct sigaction action;
+    if (sigaction(SIGCHLD, nullptr, &action) == 0 && action.sa_handler == SIG_IGN) {
+        signal(SIGCHLD, SIG_DFL);
+    }
+}
+
+bool start_command(const char *command_line, bool suspended, started_child *child) {
+    char program[PATH_MAX];
+    size_t program_length = find_program(command_line, program);
+    if (program_length == 0) {
+        return false;
+    }
+    char **arguments = split_command_line(command_line, program_length);
+    if (arguments == nullptr) {
+        return fail_with(ERROR_NOT_ENOUGH_MEMORY);
+    }
+    keep_exit_codes();
+    int error = start_child({program, arguments, child_environment(), suspended}, child);
+    free(arguments);
+    return error == 0 || fail_with(windows_error(error));
+}
+
+bool fill_information(child_process *child, LPPROCESS_INFORMATION process) {
+    process->hProcess = new_object(object_kind::process, child);
+    process->hThread =
+        process->hProcess == nullptr ? nullptr : new_object(object_kind::thread, child);
+    process->dwProcessId = static_cast<DWORD>(child->start.pid);
+    process->dwThreadId = process->dwProcessId;
+    if (process->hThread == nullptr && process->hProcess != nullptr) {
+        CloseHandle(process->hProcess);
+    }
+    return process->hThread != nullptr;
+}
+
+} // namespace
+
+BOOL CreateProcessA(LPCSTR application, LPSTR command_line,
+                    LPSECURITY_ATTRIBUTES process_attributes,
+                    LPSECURITY_ATTRIBUTES thread_attributes, BOOL inherit_handles, DWORD flags,
+                    LPVOID environment, LPCSTR directory, LPSTARTUPINFOA start_up,
+                    LPPROCESS_INFORMATION process) {
+    if (application != nullptr || command_line == nullptr || process_attributes != nullptr ||
+        thread_attributes != nullptr || inherit_handles || (flags & ~CREATE_SUSPENDED) != 0 ||
+        environment != nullptr || directory != nullptr || start_up == nullptr ||
+        process == nullptr) {
+        return fail_with(ERROR_INVALID_PARAMETER);
+    }
+    if (strlen(command_line) >= COMMAND_LINE_SIZE) {
+        return fail_with(ERROR_FILENAME_EXCED_RANGE);
+    }
+    child_process *child = new (std::nothrow) child_process{};
+    if (child == nullptr) {
+        return fail_with(ERROR_NOT_ENOUGH_MEMORY);
+    }
+    child->references = 1;
+    BOOL done = start_command(command_line, (flags & CREATE_SUSPENDED) != 0, &child->start);
+    child->has_ended = !done;
+    if (done && !fill_information(child, process)) {
+        terminate_child(child, 0);
+        watch_child(child, true);
+        done = FALSE;
+    }
+    release_child(child);
+    return done;
+}
+
+DWORD ResumeThread(HANDLE thread) {
+    constexpr DWORD FAILED = static_cast<DWORD>(-1);
+    kernel_object *object = find_object(thread, object_kind::thread);
+    if (object == nullptr) {
+        return FAILED;
+    }
+    started_child &start = object->child->start;
+    if (start.held == hold::none) {
+        return 0;
+    }
+    if (object->child->has_ended || !let_run(start)) {
+        fail_with(ERROR_ACCESS_DENIED);
+        return FAILED;
+    }
+    start.held = hold::none;
+    return 1;
+}
+
+DWORD WaitForSingleObject(HANDLE process, DWORD milliseconds) {
+    kernel_object *object = find_object(process, object_kind::process);
+    if (object == nullptr) {
+        return WAIT_FAILED;
+    }
+    if (milliseconds != 0 && milliseconds != INFINITE) {
+        fail_with(ERROR_INVALID_PARAMETER);
+        return WAIT_FAILED;
+    }
+    watch_child(object->child, milliseconds == INFINITE);
+    return object->child->has_ended ? WAIT_OBJECT_0 : WAIT_TIMEOUT;
+}
+
+BOOL GetExitCodeProcess(HANDLE process, DWORD *code) {
+    kernel_object *object = find_object(process, object_kind::process);
+    if (object == nullptr) {
+        return FALSE;
+    }
+    watch_child(object->child, false);
+    *code = object->child->has_ended ? object->child->exit_code : STILL_ACTIVE;
+    return TRUE;
+}
+
+BOOL TerminateProcess(HANDLE process, UINT code) {
+    kernel_object *object = find_object(process, object_kind::process);
+    if (object == nullptr) {
+        return FALSE;
+    }
+    return terminate_child(object->child, code) || fail_with(ERROR_ACCESS_DENIED);
+}
