@@ -2,7 +2,9 @@
 
 #include <cstdlib>
 #include <cstring>
+#include <strings.h>
 
+#include "jli/option_names.h"
 #include "jli/text.h"
 
 namespace {
@@ -17,6 +19,12 @@ Block *or_exit(Block *block, const char *function) {
         exit(1);
     }
     return block;
+}
+
+char *append(char *end, const char *text) {
+    const size_t length = strlen(text);
+    memcpy(end, text, length);
+    return end + length;
 }
 
 } // namespace
@@ -35,6 +43,136 @@ char *JLI_StringDup(const char *text) {
 
 void JLI_MemFree(void *block) {
     free(block);
+}
+
+JLI_List JLI_List_new(size_t capacity) {
+    JLI_List list = static_cast<JLI_List>(JLI_MemAlloc(sizeof(JLI_List_)));
+    list->elements = static_cast<char **>(JLI_MemAlloc(capacity * sizeof(char *)));
+    list->size = 0;
+    list->capacity = capacity;
+    return list;
+}
+
+void JLI_List_free(JLI_List list) {
+    if (list == nullptr) {
+        return;
+    }
+    if (list->elements != nullptr) {
+        for (size_t i = 0; i < list->size; i++) {
+            JLI_MemFree(list->elements[i]);
+        }
+        JLI_MemFree(list->elements);
+    }
+    JLI_MemFree(list);
+}
+
+void JLI_List_ensureCapacity(JLI_List list, size_t needed) {
+    if (list->capacity >= needed) {
+        return;
+    }
+    while (list->capacity < needed) {
+        list->capacity *= 2;
+    }
+    list->elements =
+        static_cast<char **>(JLI_MemRealloc(list->elements, list->capacity * sizeof(char *)));
+}
+
+void JLI_List_add(JLI_List list, char *text) {
+    JLI_List_ensureCapacity(list, list->size + 1);
+    list->elements[list->size++] = text;
+}
+
+void JLI_List_addSubstring(JLI_List list, const char *start, size_t length) {
+    JLI_List_add(list, copy_text({start, length}).release());
+}
+
+char *JLI_List_combine(JLI_List list) {
+    size_t size = 1;
+    for (size_t i = 0; i < list->size; i++) {
+        size += strlen(list->elements[i]);
+    }
+    char *combined = static_cast<char *>(JLI_MemAlloc(size));
+    char *end = combined;
+    for (size_t i = 0; i < list->size; i++) {
+        end = append(end, list->elements[i]);
+    }
+    *end = '\0';
+    return combined;
+}
+
+char *JLI_List_join(JLI_List list, char separator) {
+    size_t size = 1;
+    for (size_t i = 0; i < list->size; i++) {
+        size += strlen(list->elements[i]) + 1;
+    }
+    char *joined = static_cast<char *>(JLI_MemAlloc(size));
+    char *end = joined;
+    for (size_t i = 0; i < list->size; i++) {
+        if (i > 0) {
+            *end++ = separator;
+        }
+        end = append(end, list->elements[i]);
+    }
+    *end = '\0';
+    return joined;
+}
+
+JLI_List JLI_List_split(const char *text, char separator) {
+    size_t pieces = 1;
+    for (const char *at = text; *at != '\0'; at++) {
+        pieces += *at == separator;
+    }
+    JLI_List list = JLI_List_new(pieces);
+    const char *start = text;
+    for (const char *at = text;; at++) {
+        if (*at != '\0' && *at != separator) {
+            continue;
+        }
+        JLI_List_addSubstring(list, start, static_cast<size_t>(at - start));
+        if (*at == '\0') {
+            return list;
+        }
+        start = at + 1;
+    }
+}
+
+int JLI_StrCCmp(const char *text, const char *prefix) {
+    return strncmp(text, prefix, strlen(prefix));
+}
+
+int JLI_HasSuffix(const char *text, const char *suffix) {
+    const char *dot = strrchr(text, '.');
+    return dot != nullptr && strcasecmp(dot, suffix) == 0;
+}
+
+int IsClassPathOption(const char *arg) {
+    return is_one_of(CLASS_PATH_OPTIONS, arg);
+}
+
+int IsLauncherMainOption(const char *arg) {
+    return is_one_of(LAUNCHER_MAIN_OPTIONS, arg);
+}
+
+int IsLauncherOption(const char *arg) {
+    return IsClassPathOption(arg) || IsLauncherMainOption(arg) ||
+           is_one_of(OTHER_LAUNCHER_OPTIONS, arg);
+}
+
+int IsModuleOption(const char *arg) {
+    return is_one_of(MODULE_OPTIONS, arg);
+}
+
+int IsLongFormModuleOption(const char *arg) {
+    for (const std::string_view prefix : LONG_FORM_MODULE_PREFIXES) {
+        if (JLI_StrCCmp(arg, prefix.data()) == 0) {
+            return 1;
+        }
+    }
+    return 0;
+}
+
+int IsWhiteSpaceOption(const char *arg) {
+    return IsModuleOption(arg) || IsLauncherOption(arg);
 }
 
 void JLI_SetTraceLauncher() {

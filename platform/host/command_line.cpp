@@ -29,7 +29,7 @@ bool names_program(char *name, size_t length, std::span<char> path) {
     if (is_file(name)) {
         return unix_path(name, path) > 0;
     }
-    if (has_dot(name)) {
+    if (length == 0 || has_dot(name)) {
         return false;
     }
     memcpy(name + length, EXTENSION, sizeof EXTENSION);

@@ -168,7 +168,14 @@ FILE *open_text_file(const char *path, const char *mode) {
         errno = ENOENT;
         return nullptr;
     }
-    return strcmp(mode, "r") == 0 ? open_for_reading(name) : fopen(name, "w+e");
+    if (strcmp(mode, "r") == 0) {
+        return open_for_reading(name);
+    }
+    FILE *file = fopen(name, "w+e");
+    if (file == nullptr && errno == EISDIR) {
+        errno = EACCES; // as on Windows
+    }
+    return file;
 }
 
 char *current_directory() {

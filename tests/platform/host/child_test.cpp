@@ -127,6 +127,17 @@ TEST_P(child_on_host, failures_of_the_start_are_known_at_once) {
     }
 }
 
+TEST_P(child_on_host, is_killed_by_its_job_after_its_handles_are_closed) {
+    HANDLE job = job_with_limits(JOB_OBJECT_LIMIT_KILL_ON_JOB_CLOSE);
+    child started = start_child_as("sleep", own_program(), GetParam().first);
+    ASSERT_TRUE(AssignProcessToJobObject(job, started.process.hProcess));
+    EXPECT_TRUE(CloseHandle(started.process.hThread) && CloseHandle(started.process.hProcess));
+    EXPECT_TRUE(CloseHandle(job));
+    int status = 0;
+    EXPECT_EQ(waitpid(-1, &status, 0), static_cast<pid_t>(started.process.dwProcessId));
+    EXPECT_TRUE(WIFSIGNALED(status) && WTERMSIG(status) == SIGKILL);
+}
+
 TEST_P(child_on_host, a_signal_during_the_start_stops_nothing) {
     ASSERT_TRUE(SetConsoleCtrlHandler(take_event, TRUE));
     pid_t sender = fork();
