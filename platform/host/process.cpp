@@ -2,7 +2,6 @@
 #include <csignal>
 #include <cstdlib>
 #include <cstring>
-#include <new>
 
 #include "platform/host/command_line.h"
 #include "platform/host/environment.h"
@@ -65,7 +64,7 @@ BOOL CreateProcessA(LPCSTR application, LPSTR command_line,
     if (strlen(command_line) >= COMMAND_LINE_SIZE) {
         return fail_with(ERROR_FILENAME_EXCED_RANGE);
     }
-    child_process *child = new (std::nothrow) child_process{};
+    child_process *child = static_cast<child_process *>(calloc(1, sizeof(child_process)));
     if (child == nullptr) {
         return fail_with(ERROR_NOT_ENOUGH_MEMORY);
     }
