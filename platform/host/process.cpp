@@ -87,15 +87,17 @@ DWORD ResumeThread(HANDLE thread) {
     if (object == nullptr) {
         return FAILED;
     }
-    started_child &start = object->child->start;
-    if (start.held == hold::none) {
+    child_process *child = object->child;
+    if (child->start.held == hold::none) {
         return 0;
     }
-    if (object->child->has_ended || !let_run(start)) {
+    // A child that was killed meanwhile is not to be resumed: waiting for it tells its end.
+    watch_child(child, false);
+    if (!child->has_ended && !let_run(child->start)) {
         fail_with(ERROR_ACCESS_DENIED);
         return FAILED;
     }
-    start.held = hold::none;
+    child->start.held = hold::none;
     return 1;
 }
 
