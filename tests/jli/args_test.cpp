@@ -1,6 +1,5 @@
 #include "jli/args.h"
 
-#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <cstdlib>
@@ -21,7 +20,7 @@ void start_anew() {
 
 // The strings of a list that expand() has filled lie in its block: the list stays.
 strings kept(JLI_List list) {
-    static std::vector<JLI_List> lists;
+    static auto &lists = *new std::vector<JLI_List>;
     lists.push_back(list);
     return strings_of(list);
 }

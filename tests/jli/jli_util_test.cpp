@@ -21,7 +21,7 @@ TEST(memory, exhausted_heap_ends_the_process) {
         {"malloc", [] { JLI_List_new(1); }},
     };
     for (const auto &row : rows) {
-        EXPECT_EXIT((heap_exhausted = true, row.call(), heap_exhausted = false), ExitedWithCode(1),
+        EXPECT_EXIT((next_allocation_fails = true, row.call()), ExitedWithCode(1),
                     std::string("^") + row.function + ": .+\n$");
     }
 }

@@ -7,16 +7,18 @@
 #include <cstring>
 
 size_t allocations = 0;
-bool heap_exhausted = false;
+bool next_allocation_fails = false;
 
 namespace {
 
 bool is_refused() {
     allocations++;
-    if (heap_exhausted) {
-        errno = ENOMEM;
+    if (!next_allocation_fails) {
+        return false;
     }
-    return heap_exhausted;
+    next_allocation_fails = false;
+    errno = ENOMEM;
+    return true;
 }
 
 } // namespace

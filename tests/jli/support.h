@@ -23,8 +23,8 @@ constexpr char UNREADABLE_PATH[] = "unreadable.args";
 // only.
 void trace_to_log();
 
-// The heap as the code under test sees it.
+// Calls of malloc(), realloc() and strdup(), so far.
 extern size_t allocations;
-extern bool heap_exhausted;
+extern bool next_allocation_fails;
 
 #endif
