@@ -211,7 +211,8 @@ JLI_List readArgFile(FILE *file) {
     };
     while (!feof(file)) {
         const size_t size = fread(block, 1, sizeof block, file);
-        if (ferror(file)) {
+        // A stream that is open for writing alone may give neither bytes nor an error.
+        if (ferror(file) || (size == 0 && !feof(file))) {
             JLI_List_free(context.pieces);
             JLI_List_free(tokens);
             return nullptr;

@@ -42,6 +42,7 @@ protected:
     // Loads launcher.cfg with this content, as a new process would.
     static void load(const std::string &content) {
         put_file("C:\\L\\launcher.cfg", content);
+        release_settings();
         release_text(&launcher_home);
         for (auto &[array, count] : {std::pair{non_path_options_array, &non_path_options_count},
                                      {allow_vm_properties_array, &allow_vm_properties_count},
@@ -55,6 +56,11 @@ protected:
     }
 
     void TearDown() override {
+        release_settings();
+        release_text(&bin_dir);
+    }
+
+    static void release_settings() {
         for (char **text :
              {&launch_mode, &container_home, &jvm_home, &quorvel_home, &rule_file, &rule_file_arg,
               &quorvel_properties_file, &quorvel_properties_arg, &quorvel_library_path,
@@ -103,7 +109,6 @@ TEST_F(configuration, single_settings) {
     for (const auto &row : rows) {
         load(row.content);
         EXPECT_EQ(*row.setting, here(row.value)) << row.content;
-        TearDown();
     }
 }
 

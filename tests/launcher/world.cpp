@@ -1,22 +1,8 @@
 #include "tests/launcher/world.h"
 
-#include <fstream>
-#include <iterator>
 #include <regex>
 
 namespace {
-
-const fs::path &root() {
-    static const fs::path folder = fs::current_path() / "disk";
-    return folder;
-}
-
-std::string replaced(std::string text, const std::string &from, const std::string &to) {
-    for (size_t at = 0; (at = text.find(from, at)) != std::string::npos; at += to.size()) {
-        text.replace(at, from.size(), to);
-    }
-    return text;
-}
 
 void put_program(const char *built, const std::string &windows_path) {
     const fs::path target = on_disk(windows_path);
@@ -26,25 +12,6 @@ void put_program(const char *built, const std::string &windows_path) {
 
 } // namespace
 
-std::string here(std::string text) {
-    return on_windows ? replaced(std::move(text), "C:\\", to_text(root()) + "\\") : text;
-}
-
-fs::path on_disk(const std::string &windows_path) {
-    const std::string path = windows_path.substr(3);
-    return root() / to_path(on_windows ? path : replaced(path, "\\", "/"));
-}
-
-void put_file(const std::string &windows_path, const std::string &content) {
-    const fs::path file = on_disk(windows_path);
-    fs::create_directories(file.parent_path());
-    std::ofstream(file, std::ios::binary) << content;
-}
-
-void put_folder(const std::string &windows_path) {
-    fs::create_directories(on_disk(windows_path));
-}
-
 void put_launcher(const std::string &windows_path) {
     put_program("java.exe", windows_path);
 }
@@ -53,21 +20,14 @@ void put_java(const std::string &windows_path) {
     put_program("stand_in_java.exe", windows_path);
 }
 
-std::string read_file(const fs::path &file) {
-    std::ifstream stream(file, std::ios::binary);
-    const std::string text{std::istreambuf_iterator<char>(stream), {}};
-    return on_windows ? replaced(text, "\r\n", "\n") : text;
-}
-
 void launcher::SetUp() {
-    fs::remove_all(root());
+    make_disk();
     put_launcher("C:\\L\\bin\\java.exe");
     put_java("C:\\C\\bin\\java.exe");
     put_java("C:\\J\\bin\\java.exe");
     put_file("C:\\Q\\quorvel.jar", "");
     put_folder("C:\\work");
     put_folder("C:\\empty");
-    set_environment("QVL_HOST_DRIVE_C", to_text(root()));
     for (const char *name : {"CONTAINER_HOME", "JVM_HOME", "QUORVEL_HOME"}) {
         set_environment(name, "");
     }

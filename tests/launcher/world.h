@@ -4,8 +4,6 @@
 // A disk made anew for each test, with the launcher in its place and stand-ins for the runtimes:
 //   C:\L\bin\java.exe   the launcher       C:\C\bin\java.exe, C:\J\bin\java.exe   stand-ins
 //   C:\Q\quorvel.jar    the agent          C:\work, C:\empty                      empty folders
-// The texts of the tests name it as drive C. The host build maps that drive; on Windows here() puts
-// the folder that it really is in its place.
 
 #include <gtest/gtest.h>
 
@@ -22,14 +20,8 @@ protected:
     void SetUp() override;
 };
 
-std::string here(std::string text);
-fs::path on_disk(const std::string &windows_path);
-
-void put_file(const std::string &windows_path, const std::string &content);
-void put_folder(const std::string &windows_path);
 void put_launcher(const std::string &windows_path);
 void put_java(const std::string &windows_path);
-std::string read_file(const fs::path &file); // with LF alone
 
 // Starts the program in C:\work.
 uint32_t start_launcher(const std::string &windows_path, const std::vector<std::string> &arguments);

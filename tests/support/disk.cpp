@@ -23,17 +23,17 @@ std::string replaced(std::string text, const std::string &from, const std::strin
 void make_disk() {
     fs::remove_all(root());
     fs::create_directories(root());
-    static std::string drive = "QVL_HOST_DRIVE_C=" + root().string();
+    static std::string drive = "QVL_HOST_DRIVE_C=" + to_text(root());
     putenv(drive.data());
 }
 
 std::string here(std::string text) {
-    return on_windows ? replaced(std::move(text), "C:\\", root().string() + "\\") : text;
+    return on_windows ? replaced(std::move(text), "C:\\", to_text(root()) + "\\") : text;
 }
 
 fs::path on_disk(const std::string &windows_path) {
     const std::string path = windows_path.substr(3);
-    return root() / (on_windows ? path : replaced(path, "\\", "/"));
+    return root() / to_path(on_windows ? path : replaced(path, "\\", "/"));
 }
 
 void put_file(const std::string &windows_path, const std::string &content) {

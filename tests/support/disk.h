@@ -6,11 +6,20 @@
 
 #include <filesystem>
 #include <string>
-#include <vector>
 
 namespace fs = std::filesystem;
 
 constexpr bool on_windows = fs::path::preferred_separator == '\\';
+
+// File names of every script: the library's own conversion of narrow texts is not UTF-8 everywhere.
+inline fs::path to_path(const std::string &text) {
+    return std::u8string(text.begin(), text.end());
+}
+
+inline std::string to_text(const fs::path &path) {
+    const std::u8string text = path.u8string();
+    return {text.begin(), text.end()};
+}
 
 // Empties the disk, or makes it.
 void make_disk();

@@ -4,26 +4,13 @@
 // Programs as a test starts and ends them; the bodies differ by system.
 
 #include <cstdint>
-#include <filesystem>
 #include <string>
 #include <vector>
 
-namespace fs = std::filesystem;
-
-extern const bool on_windows;
+#include "tests/support/disk.h"
 
 // What a program's status -1 arrives as: all 32 bits, or the 8 of a Unix process.
 extern const uint32_t STATUS_MINUS_1;
-
-// File names of every script: the library's own conversion of narrow texts is not UTF-8 everywhere.
-inline fs::path to_path(const std::string &text) {
-    return std::u8string(text.begin(), text.end());
-}
-
-inline std::string to_text(const fs::path &path) {
-    const std::u8string text = path.u8string();
-    return {text.begin(), text.end()};
-}
 
 struct program {
     fs::path file;

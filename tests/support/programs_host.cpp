@@ -8,7 +8,6 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-const bool on_windows = false;
 const uint32_t STATUS_MINUS_1 = 255;
 
 uint32_t start(const program &what) {

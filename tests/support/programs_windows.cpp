@@ -5,7 +5,6 @@
 
 #include "platform/windows_services.h"
 
-const bool on_windows = true;
 const uint32_t STATUS_MINUS_1 = 0xFFFFFFFF;
 
 namespace {
