@@ -137,7 +137,6 @@ char *nextToken(ArgFileContext *context) {
 
     while ((nextc = end_of_run(nextc, end, state)) < end) {
         const unsigned char byte = class_of(*nextc);
-        pieces.null_byte_seen |= byte == NULL_BYTE;
         switch (state) {
         case FIND_NEXT:
             anchor = nextc;
@@ -170,7 +169,9 @@ char *nextToken(ArgFileContext *context) {
             } else if (byte == COMMENT_SIGN) {
                 drop_pieces(context, pieces);
                 state = IN_COMMENT;
-            } else if (byte != NULL_BYTE) {
+            } else if (byte == NULL_BYTE) {
+                pieces.null_byte_seen = true;
+            } else {
                 return end_token(context, pieces, anchor, nextc);
             }
             break;
@@ -186,6 +187,8 @@ char *nextToken(ArgFileContext *context) {
                 }
                 anchor = nextc + 1;
                 state = IN_TOKEN;
+            } else if (byte == NULL_BYTE) {
+                pieces.null_byte_seen = true;
             }
             break;
         }
