@@ -136,7 +136,7 @@ char *nextToken(ArgFileContext *context) {
     new_pieces pieces(context->pieces, end);
 
     while ((nextc = end_of_run(nextc, end, state)) < end) {
-        const unsigned char byte = class_of(*nextc);
+        const unsigned char kind = class_of(*nextc);
         switch (state) {
         case FIND_NEXT:
             anchor = nextc;
@@ -151,7 +151,7 @@ char *nextToken(ArgFileContext *context) {
             break;
         case IN_ESCAPE:
             anchor = nextc + 1;
-            if (byte == LINE_END) {
+            if (kind == LINE_END) {
                 state = SKIP_LEAD_WS;
             } else {
                 add_byte(pieces, unescaped(*nextc));
@@ -159,27 +159,27 @@ char *nextToken(ArgFileContext *context) {
             }
             break;
         case IN_TOKEN:
-            if (byte == QUOTE) {
+            if (kind == QUOTE) {
                 if (nextc != anchor) {
                     add_piece(pieces, anchor, nextc);
                 }
                 context->quote_char = *nextc;
                 anchor = nextc + 1;
                 state = IN_QUOTE;
-            } else if (byte == COMMENT_SIGN) {
+            } else if (kind == COMMENT_SIGN) {
                 drop_pieces(context, pieces);
                 state = IN_COMMENT;
-            } else if (byte == NULL_BYTE) {
+            } else if (kind == NULL_BYTE) {
                 pieces.null_byte_seen = true;
             } else {
                 return end_token(context, pieces, anchor, nextc);
             }
             break;
         case IN_QUOTE:
-            if (byte == BACKSLASH) {
+            if (kind == BACKSLASH) {
                 add_piece(pieces, anchor, nextc);
                 state = IN_ESCAPE;
-            } else if (byte == LINE_END) {
+            } else if (kind == LINE_END) {
                 return end_token(context, pieces, anchor, nextc);
             } else if (*nextc == context->quote_char) {
                 if (nextc != anchor) {
@@ -187,7 +187,7 @@ char *nextToken(ArgFileContext *context) {
                 }
                 anchor = nextc + 1;
                 state = IN_TOKEN;
-            } else if (byte == NULL_BYTE) {
+            } else if (kind == NULL_BYTE) {
                 pieces.null_byte_seen = true;
             }
             break;
