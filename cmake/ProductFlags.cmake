@@ -28,3 +28,12 @@ function(small_executable target)
     target_link_options(${target} PRIVATE -Wl,--as-needed)
   endif()
 endfunction()
+
+# Gives a program the launcher's manifest: UTF-8 as its code page, and long paths.
+function(utf8_program target)
+  if(WIN32)
+    target_sources(${target} PRIVATE ${PROJECT_BINARY_DIR}/launcher/java.rc)
+    target_include_directories(${target} PRIVATE ${PROJECT_SOURCE_DIR}/launcher)
+    target_link_options(${target} PRIVATE -static)
+  endif()
+endfunction()

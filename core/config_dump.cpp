@@ -84,6 +84,9 @@ void dump_properties(const config_loading &loading) {
 } // namespace
 
 void dump_configuration(const config_loading &loading) {
+    if (!JLI_IsTraceLauncher()) {
+        return; // the time alone, with its zone, would be dearer than the rest of a silent start
+    }
     display_banner();
     JLI_TraceLauncher("%s\n", get_current_time_str());
     JLI_TraceLauncher("Launcher PID = %d\n\n", static_cast<int>(getpid()));

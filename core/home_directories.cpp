@@ -31,21 +31,19 @@ void fall_back_on_env_var(const char *name, char **home) {
     JLI_TraceLauncher("\n");
 }
 
-// A home that is a directory loses one trailing separator; any other gets its message.
-bool accept_home(const char *name, char *home) {
+// What is wrong with a home as a folder; one that is right loses one trailing separator.
+text_ptr folder_fault(const char *name, char *home) {
     if (home == nullptr) {
-        JLI_TraceLauncher("Error: %s is not set\n", name);
-        return false;
+        return format_text("Error: %s is not set\n", name);
     }
     if (!is_directory(home)) {
-        JLI_TraceLauncher("Error: %s directory '%s' doesn't exist\n", name, home);
-        return false;
+        return format_text("Error: %s directory '%s' doesn't exist\n", name, home);
     }
     const size_t length = strlen(home);
     if (home[length - 1] == file_separator) {
         home[length - 1] = '\0';
     }
-    return true;
+    return nullptr;
 }
 
 // java.exe is asked for whatever the launcher's own file is called.
@@ -53,42 +51,11 @@ bool holds_java(const char *home) {
     return is_file(format_text("%s%s%s", home, bin_dir, slash_exe_name).get());
 }
 
-bool accept_container_home() {
-    if (!accept_home("CONTAINER_HOME", container_home)) {
-        return false;
+bool passes(const text_ptr &fault) {
+    if (fault != nullptr) {
+        JLI_TraceLauncher("%s", fault.get());
     }
-    if (!holds_java(container_home)) {
-        JLI_TraceLauncher("Error: neither bin/java nor jre/bin/java exist in CONTAINER_HOME '%s'\n",
-                          container_home);
-        JLI_TraceLauncher("Error: %s/java doesn't exist in CONTAINER_HOME '%s'\n", bin_dir,
-                          container_home);
-        return false;
-    }
-    return true;
-}
-
-// A launcher in a jre\bin folder takes a JVM home without one, as those of Java 9 and later are.
-bool accept_jvm_home() {
-    if (!accept_home("JVM_HOME", jvm_home)) {
-        return false;
-    }
-    if (!holds_java(jvm_home) && !std::string_view(jre_bin).starts_with(bin_dir)) {
-        JLI_TraceLauncher("Error: %s/java doesn't exist in JVM_HOME '%s'\n", bin_dir, jvm_home);
-        return false;
-    }
-    return true;
-}
-
-bool accept_quorvel_home() {
-    if (!accept_home("QUORVEL_HOME", quorvel_home)) {
-        return false;
-    }
-    const text_ptr jar = format_text("%s%s", quorvel_home, slash_quorvel_jar);
-    if (!is_file(jar.get())) {
-        JLI_TraceLauncher("Error: Quorvel agent jar file '%s' doesn't exist\n", jar.get());
-        return false;
-    }
-    return true;
+    return fault == nullptr;
 }
 
 [[noreturn]] void end_without_bundle(const char *directory) {
@@ -127,17 +94,48 @@ void fall_back_on_env_vars() {
     }
 }
 
+text_ptr container_home_fault() {
+    text_ptr fault = folder_fault("CONTAINER_HOME", container_home);
+    if (fault == nullptr && !holds_java(container_home)) {
+        fault =
+            format_text("Error: neither bin/java nor jre/bin/java exist in CONTAINER_HOME '%s'\n"
+                        "Error: %s/java doesn't exist in CONTAINER_HOME '%s'\n",
+                        container_home, bin_dir, container_home);
+    }
+    return fault;
+}
+
+// A launcher in a jre\bin folder takes a JVM home without one, as those of Java 9 and later are.
+text_ptr jvm_home_fault() {
+    text_ptr fault = folder_fault("JVM_HOME", jvm_home);
+    if (fault == nullptr && !holds_java(jvm_home) &&
+        !std::string_view(jre_bin).starts_with(bin_dir)) {
+        fault = format_text("Error: %s/java doesn't exist in JVM_HOME '%s'\n", bin_dir, jvm_home);
+    }
+    return fault;
+}
+
+text_ptr quorvel_home_fault() {
+    text_ptr fault = folder_fault("QUORVEL_HOME", quorvel_home);
+    if (fault == nullptr) {
+        const text_ptr jar = format_text("%s%s", quorvel_home, slash_quorvel_jar);
+        if (!is_file(jar.get())) {
+            fault = format_text("Error: Quorvel agent jar file '%s' doesn't exist\n", jar.get());
+        }
+    }
+    return fault;
+}
+
 int validate_directories() {
-    if (launch_mode_uses_container() && !accept_container_home()) {
-        return FAILURE;
-    }
-    if (!accept_jvm_home()) {
-        return FAILURE;
-    }
-    if (launch_mode_begins_with("ri")) {
-        return SUCCESS;
-    }
-    return accept_quorvel_home() ? SUCCESS : FAILURE;
+    const bool are_valid = (!launch_mode_uses_container() || passes(container_home_fault())) &&
+                           passes(jvm_home_fault()) &&
+                           (launch_mode_begins_with("ri") || passes(quorvel_home_fault()));
+    return are_valid ? SUCCESS : FAILURE;
+}
+
+text_ptr target_path(const char *executable_name) {
+    const char *home = launch_mode_uses_container() ? container_home : jvm_home;
+    return format_text("%s%s%c%s", home, bin_dir, file_separator, executable_name);
 }
 
 void fall_back_on_bundle() {

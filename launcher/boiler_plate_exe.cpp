@@ -7,7 +7,6 @@
 #include "core/configuration.h"
 #include "core/home_directories.h"
 #include "core/jlp_vars.h"
-#include "core/launch_mode.h"
 #include "core/processed_args.h"
 #include "core/start_up.h"
 #include "core/state_arrays.h"
@@ -37,12 +36,6 @@ void trace_key_directories(const char *executable_file_path) {
     JLI_TraceLauncher("    bin_dir              = %s\n", bin_dir);
     JLI_TraceLauncher("    launcher_home        = %s\n", launcher_home);
     JLI_TraceLauncher("\n");
-}
-
-// The same file in the same folder as the launcher's, below the home of the launch mode.
-text_ptr target_path(const char *executable_name) {
-    const char *home = launch_mode_uses_container() ? container_home : jvm_home;
-    return format_text("%s%s%c%s", home, bin_dir, file_separator, executable_name);
 }
 
 int invalid_command(const char *target, int status) {

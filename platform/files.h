@@ -20,8 +20,9 @@ inline bool is_file(const char *path) {
 }
 
 // Opens a file in the text mode of the Windows runtime, with fopen's modes "r" and "w+": reading,
-// CR LF arrives as LF and Ctrl-Z ends the file. Null (errno says why) when it cannot be opened; a
-// directory never can. The stream is closed with fclose() and is not handed to child processes.
+// CR LF arrives as LF and Ctrl-Z ends the file; writing, LF becomes the line end of the system.
+// Null (errno says why) when it cannot be opened; a directory never can. A stream for reading
+// cannot be positioned. The stream is closed with fclose() and is not handed to child processes.
 FILE *open_text_file(const char *path, const char *mode);
 
 // The current directory as a Windows path, in a new heap text of the caller's; null on failure.

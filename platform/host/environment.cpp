@@ -19,6 +19,10 @@ char **entries() {
     return changed_environment != nullptr ? changed_environment : environ;
 }
 
+bool is_name(const char *name) {
+    return name != nullptr && *name != '\0' && strchr(name, '=') == nullptr;
+}
+
 size_t count_entries(char **list) {
     size_t count = 0;
     while (list != nullptr && list[count] != nullptr) {
@@ -33,6 +37,22 @@ const char *value_in(const char *entry, const char *name) {
                                                                          : nullptr;
 }
 
+const char *find_value(const char *name) {
+    const char *value = nullptr;
+    for (char **entry = entries(); entry != nullptr && *entry != nullptr && value == nullptr;
+         entry++) {
+        value = value_in(*entry, name);
+    }
+    return value;
+}
+
+void release_entries(char **list) {
+    for (char **entry = list; *entry != nullptr; entry++) {
+        free(*entry);
+    }
+    free(list);
+}
+
 bool copy_environment() {
     if (changed_environment != nullptr) {
         return true;
@@ -42,54 +62,56 @@ bool copy_environment() {
     for (size_t i = 0; copy != nullptr && i < count; i++) {
         copy[i] = strdup(environ[i]);
         if (copy[i] == nullptr) {
-            return false;
+            release_entries(copy);
+            copy = nullptr;
         }
     }
     changed_environment = copy;
     return copy != nullptr;
 }
 
-// Takes the variable's entries out and returns the first, which is the caller's now, or null.
-char *take_entry(const char *name) {
-    char *taken = nullptr;
+// Makes room for one more entry, so that what follows cannot fail.
+bool reserve_entry() {
+    size_t size = (count_entries(changed_environment) + 2) * sizeof *changed_environment;
+    void *grown = realloc(changed_environment, size);
+    if (grown != nullptr) {
+        changed_environment = static_cast<char **>(grown);
+    }
+    return grown != nullptr;
+}
+
+// An entry of the variable; its name is spelt as it is in the environment already.
+char *new_entry(const char *name, const char *value) {
+    size_t name_length = strlen(name);
+    size_t value_length = strlen(value);
+    char *entry = static_cast<char *>(malloc(name_length + value_length + 2));
+    if (entry == nullptr) {
+        return nullptr;
+    }
+    const char *old_value = find_value(name);
+    memcpy(entry, old_value != nullptr ? old_value - name_length - 1 : name, name_length);
+    entry[name_length] = '=';
+    memcpy(entry + name_length + 1, value, value_length + 1);
+    return entry;
+}
+
+// Names that differ in their letter case alone are one variable: all of them go.
+void remove_entries(const char *name) {
     char **to = changed_environment;
     for (char **from = changed_environment; *from != nullptr; from++) {
         if (value_in(*from, name) == nullptr) {
             *to++ = *from;
-        } else if (taken == nullptr) {
-            taken = *from;
         } else {
             free(*from);
         }
     }
     *to = nullptr;
-    return taken;
 }
 
-// The name as `old_entry` spells it, where there is one, with the value.
-char *new_entry(const char *name, const char *old_entry, const char *value) {
-    size_t name_length = strlen(name);
-    size_t value_length = strlen(value);
-    char *entry = static_cast<char *>(malloc(name_length + value_length + 2));
-    if (entry != nullptr) {
-        memcpy(entry, old_entry != nullptr ? old_entry : name, name_length);
-        entry[name_length] = '=';
-        memcpy(entry + name_length + 1, value, value_length + 1);
-    }
-    return entry;
-}
-
-bool add_entry(char *entry) {
+void add_entry(char *entry) {
     size_t count = count_entries(changed_environment);
-    void *grown = realloc(changed_environment, (count + 2) * sizeof *changed_environment);
-    if (entry == nullptr || grown == nullptr) {
-        free(entry);
-        return false;
-    }
-    changed_environment = static_cast<char **>(grown);
     changed_environment[count] = entry;
     changed_environment[count + 1] = nullptr;
-    return true;
 }
 
 } // namespace
@@ -99,13 +121,7 @@ char *const *child_environment() {
 }
 
 DWORD GetEnvironmentVariableA(LPCSTR name, LPSTR buffer, DWORD size) {
-    const char *value = nullptr;
-    if (name != nullptr && *name != '\0' && strchr(name, '=') == nullptr) {
-        for (char **entry = entries(); entry != nullptr && *entry != nullptr && value == nullptr;
-             entry++) {
-            value = value_in(*entry, name);
-        }
-    }
+    const char *value = is_name(name) ? find_value(name) : nullptr;
     if (value == nullptr) {
         fail_with(ERROR_ENVVAR_NOT_FOUND);
         return 0;
@@ -119,14 +135,19 @@ DWORD GetEnvironmentVariableA(LPCSTR name, LPSTR buffer, DWORD size) {
 }
 
 BOOL SetEnvironmentVariableA(LPCSTR name, LPCSTR value) {
-    if (name == nullptr || *name == '\0' || strchr(name, '=') != nullptr) {
+    if (!is_name(name)) {
         return fail_with(ERROR_INVALID_PARAMETER);
     }
-    if (!copy_environment()) {
+    if (!copy_environment() || !reserve_entry()) {
         return fail_with(ERROR_NOT_ENOUGH_MEMORY);
     }
-    char *old_entry = take_entry(name);
-    bool done = value == nullptr || add_entry(new_entry(name, old_entry, value));
-    free(old_entry);
-    return done ? TRUE : fail_with(ERROR_NOT_ENOUGH_MEMORY);
+    char *entry = value == nullptr ? nullptr : new_entry(name, value);
+    if (value != nullptr && entry == nullptr) {
+        return fail_with(ERROR_NOT_ENOUGH_MEMORY);
+    }
+    remove_entries(name);
+    if (entry != nullptr) {
+        add_entry(entry);
+    }
+    return TRUE;
 }

@@ -6,8 +6,8 @@
 
 #include <cerrno>
 #include <climits>
+#include <cstdlib>
 #include <cstring>
-#include <new>
 #include <string_view>
 
 #include "platform/host/paths.h"
@@ -118,7 +118,7 @@ ssize_t read_text(void *cookie, char *buffer, size_t size) {
 int close_text(void *cookie) {
     text_source *source = static_cast<text_source *>(cookie);
     int result = close(source->descriptor);
-    delete source;
+    free(source);
     return result;
 }
 
@@ -137,13 +137,14 @@ FILE *open_for_reading(const char *path) {
     if (fstat(descriptor, &status) != 0 || S_ISDIR(status.st_mode)) {
         return close_and_fail(descriptor, EACCES);
     }
-    text_source *source = new (std::nothrow) text_source{descriptor, NOTHING, false};
+    text_source *source = static_cast<text_source *>(malloc(sizeof(text_source)));
     if (source == nullptr) {
         return close_and_fail(descriptor, ENOMEM);
     }
+    *source = {descriptor, NOTHING, false};
     FILE *file = fopencookie(source, "r", {read_text, nullptr, nullptr, close_text});
     if (file == nullptr) {
-        delete source;
+        free(source);
         return close_and_fail(descriptor, ENOMEM);
     }
     return file;
@@ -168,7 +169,14 @@ FILE *open_text_file(const char *path, const char *mode) {
         errno = ENOENT;
         return nullptr;
     }
-    return strcmp(mode, "r") == 0 ? open_for_reading(name) : fopen(name, "w+e");
+    if (strcmp(mode, "r") == 0) {
+        return open_for_reading(name);
+    }
+    FILE *file = fopen(name, "w+e");
+    if (file == nullptr && errno == EISDIR) {
+        errno = EACCES; // as on Windows
+    }
+    return file;
 }
 
 char *current_directory() {

@@ -4,7 +4,7 @@
 
 #include <cerrno>
 #include <csignal>
-#include <new>
+#include <cstdlib>
 
 #include "platform/host/last_error.h"
 
@@ -39,11 +39,12 @@ DWORD exit_code_of(const child_process &child, int status) {
 } // namespace
 
 kernel_object *new_object(object_kind kind, child_process *child) {
-    kernel_object *object = new (std::nothrow) kernel_object{kind, child, nullptr, 0, objects};
+    kernel_object *object = static_cast<kernel_object *>(malloc(sizeof(kernel_object)));
     if (object == nullptr) {
         fail_with(ERROR_NOT_ENOUGH_MEMORY);
         return nullptr;
     }
+    *object = {kind, child, nullptr, 0, objects};
     if (child != nullptr) {
         child->references++;
     }
@@ -92,7 +93,7 @@ bool terminate_child(child_process *child, DWORD code) {
 void release_child(child_process *child) {
     if (--child->references == 0) {
         watch_child(child, false);
-        delete child;
+        free(child);
     }
 }
 
@@ -106,7 +107,7 @@ BOOL CloseHandle(HANDLE handle) {
             } else {
                 release_child(object->child);
             }
-            delete object;
+            free(object);
             return TRUE;
         }
     }

@@ -2,7 +2,6 @@
 #include <csignal>
 #include <cstdlib>
 #include <cstring>
-#include <new>
 
 #include "platform/host/command_line.h"
 #include "platform/host/environment.h"
@@ -65,7 +64,7 @@ BOOL CreateProcessA(LPCSTR application, LPSTR command_line,
     if (strlen(command_line) >= COMMAND_LINE_SIZE) {
         return fail_with(ERROR_FILENAME_EXCED_RANGE);
     }
-    child_process *child = new (std::nothrow) child_process{};
+    child_process *child = static_cast<child_process *>(calloc(1, sizeof(child_process)));
     if (child == nullptr) {
         return fail_with(ERROR_NOT_ENOUGH_MEMORY);
     }
@@ -87,15 +86,17 @@ DWORD ResumeThread(HANDLE thread) {
     if (object == nullptr) {
         return FAILED;
     }
-    started_child &start = object->child->start;
-    if (start.held == hold::none) {
+    child_process *child = object->child;
+    if (child->start.held == hold::none) {
         return 0;
     }
-    if (object->child->has_ended || !let_run(start)) {
+    // A child that was killed meanwhile is not to be resumed: waiting for it tells its end.
+    watch_child(child, false);
+    if (!child->has_ended && !let_run(child->start)) {
         fail_with(ERROR_ACCESS_DENIED);
         return FAILED;
     }
-    start.held = hold::none;
+    child->start.held = hold::none;
     return 1;
 }
 

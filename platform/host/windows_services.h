@@ -4,8 +4,10 @@
 /* The subset of the Windows services that the product calls, over POSIX.
  *
  * Paths are Windows paths. QVL_HOST_DRIVE_<letter> in the environment names the Unix directory that
- * stands for a drive; Z: is / unless set. A failed call sets what GetLastError() returns. Handles
- * are given back with CloseHandle(). One thread only. */
+ * stands for a drive; Z: is / unless set. The letter case of names counts, as it does for the
+ * host's file systems; shares, device names and the prefix \\?\ lead to no file. A failed call sets
+ * what GetLastError() returns. Handles are given back with CloseHandle(); any other value passed
+ * for one is refused with ERROR_INVALID_HANDLE. One thread only. */
 
 #include <stddef.h>
 #include <stdint.h>
@@ -61,19 +63,23 @@ void SetLastError(DWORD error);
 DWORD GetModuleFileNameA(HMODULE module, LPSTR buffer, DWORD size);
 
 /* The full path of `path`, by text alone: "." and ".." resolved, "/" turned into "\", separators
- * folded into one, a trailing one kept. A relative path is taken from the current directory, one
- * that begins with a separator from the current drive. Returns the length without the terminator;
- * when the buffer is too small, the size needed with it, the buffer untouched; 0 on failure.
- * `file_part`, when not null, receives the last component or null. */
+ * folded into one, a trailing one kept, dots and blanks at the very end dropped. A relative path is
+ * taken from the current directory, one that begins with a separator from the root of the current
+ * drive; "D:x" from the current directory where that is on D:, else from the root of D:. Letters
+ * stay as they are written. Returns the length without the terminator; when the buffer is too
+ * small, the size needed with it, the buffer untouched; 0 on failure: nothing but blanks, or a full
+ * path of 32767 bytes or more. `file_part`, when not null, receives the last component or null. */
 DWORD GetFullPathNameA(LPCSTR path, DWORD size, LPSTR buffer, LPSTR *file_part);
 
 /* The environment that child processes receive; names without regard to letter case. getenv() keeps
  * seeing the environment as the process received it. The length of the value without the
- * terminator; 0 when the variable is unset (ERROR_ENVVAR_NOT_FOUND) or empty; when the buffer is
- * too small, the size needed with the terminator, the buffer untouched. */
+ * terminator; 0 when the variable is unset (ERROR_ENVVAR_NOT_FOUND) or empty (the last error stays
+ * as it was); when the buffer is too small, the size needed with the terminator, the buffer
+ * untouched. */
 DWORD GetEnvironmentVariableA(LPCSTR name, LPSTR buffer, DWORD size);
 
-/* Sets the variable, or with a null value removes it. Fails for an empty name and one with "=". */
+/* Sets the variable, or with a null value removes it. A variable that is set keeps the spelling of
+ * its name. Fails for an empty name and one with "=". */
 BOOL SetEnvironmentVariableA(LPCSTR name, LPCSTR value);
 
 /* ---- Child processes ---- */
@@ -121,7 +127,8 @@ typedef struct {
  * has the current directory, the environment of SetEnvironmentVariableA and the three standard
  * streams, and no other descriptor. Fails where the program cannot be started (missing, a
  * directory, no program) and for a command line of 32767 characters or more. With CREATE_SUSPENDED
- * the program does not run before ResumeThread().
+ * the program does not run before ResumeThread(); it may for a moment where the system refuses to
+ * trace it, as under a debugger that follows children.
  *
  * `application` and the attributes must be null and `inherit_handles`, `environment` and
  * `directory` 0 or null (else ERROR_INVALID_PARAMETER). The caller closes both handles. A child is
@@ -139,9 +146,10 @@ DWORD ResumeThread(HANDLE thread);
 DWORD WaitForSingleObject(HANDLE process, DWORD milliseconds);
 
 /* The exit code, STILL_ACTIVE while the process runs, 128 plus the number of the signal that ended
- * it, or the code given to TerminateProcess. */
+ * it, or the code given to TerminateProcess (0 when a job's closing killed it). */
 BOOL GetExitCodeProcess(HANDLE process, DWORD *code);
 
+/* Fails with ERROR_ACCESS_DENIED once the process has ended. */
 BOOL TerminateProcess(HANDLE process, UINT code);
 
 BOOL CloseHandle(HANDLE handle);
@@ -184,7 +192,8 @@ typedef struct {
 
 typedef enum { JobObjectExtendedLimitInformation = 9 } JOBOBJECTINFOCLASS;
 
-/* A job holds processes; grandchildren are never in it. The name is not used here. */
+/* A job holds the processes that are assigned to it, and none that they start. The name is not used
+ * here. */
 HANDLE CreateJobObjectA(LPSECURITY_ATTRIBUTES attributes, LPCSTR name);
 
 /* Of the extended limits, the kill-on-close flag counts: closing the job then kills what runs in

@@ -45,7 +45,7 @@ TEST_F(command_line, arguments) {
         {" \"\"\"\" f", "[\"][f]"},
         {" \"a\"\"\" g", "[a\"][g]"},
         {" i a\"\"b c", "[i][ab][c]"},
-        {" a\"\"\"b c\"\"\"\" d", "[a\"b c\"][d]"},
+        {" a\"\"\"b c\"\"\" d", "[a\"b c\"][d]"},
         {" a\"\"\"\"b c", "[a\"b][c]"},
         {" \"h i\"\"\"\"j k\"", "[h i\"\"j k]"},
         {" \"unfinished \\", "[unfinished \\]"},

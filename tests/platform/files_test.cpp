@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <cerrno>
+#include <initializer_list>
 #include <string>
 
 #include "platform/files.h"
@@ -11,67 +12,45 @@
 
 namespace {
 
-TEST(kind_of, resolves_by_text_and_forgives_one_separator) {
-    constexpr entry_kind missing = entry_kind::missing;
-    constexpr entry_kind file = entry_kind::file;
-    constexpr entry_kind directory = entry_kind::directory;
-    static constexpr struct {
-        const char *path;
-        entry_kind kind;
-    } ROWS[] = {
-        {"", missing},
-        {"C:", missing},
-        {" ", missing},
-        {"C:\\", directory},
-        {"C:/", directory},
-        {"C:\\\\", directory},
-        {"\\", directory},
-        {"\\\\", missing},
-        {"C:.", directory},
-        {"C:e", directory},
-        {".", directory},
-        {"..", directory},
-        {"./", directory},
-        {"..\\", directory},
-        {"e", directory},
-        {"e\\", directory},
-        {"e/", directory},
-        {"e\\\\", missing},
-        {"e/\\", missing},
-        {"g.txt", file},
-        {"g.txt\\", file},
-        {"g.txt/", file},
-        {"g.txt\\\\", missing},
-        {"g.txt\\.", file},
-        {"g.txt\\..", directory},
-        {"g.txt\\x", missing},
-        {"missing\\..", directory},
-        {"missing\\..\\g.txt", file},
-        {"missing\\.", missing},
-        {"missing", missing},
-        {"missing\\", missing},
-        {"e\\..\\\\", missing},
-        {"g.txt. .", file},
-        {"e \\", directory},
-        {" e", missing},
-        {"..\\f", file},
-        {"..\\..\\..\\qvl_test", directory},
-        {"C:\\..\\qvl_test\\f", file},
-        {"C:\\qvl_test\\f\\..\\d", directory},
-        {"C:\\qvl_test\\d\\\\", missing},
-        {"C:\\\\qvl_test\\\\d//e", directory},
-        {"c:\\qvl_test", directory},
-        {"\\qvl_test\\d\\", directory},
-        {"*", missing},
-        {"e\\*", missing},
-        {"g.txt:", missing},
-        {"\\\\s\\h\\x", missing},
-        {"1:\\", missing},
-    };
-    for (const auto &row : ROWS) {
-        EXPECT_EQ(kind_of(row.path), row.kind) << '"' << row.path << '"';
+void expect_kind(entry_kind kind, std::initializer_list<const char *> paths) {
+    for (const char *path : paths) {
+        EXPECT_EQ(kind_of(path), kind) << '"' << path << '"';
     }
-    EXPECT_EQ(kind_of(("C:\\" + std::string(5000, 'x')).c_str()), missing);
+}
+
+TEST(kind_of, resolves_by_text_and_forgives_one_separator) {
+    expect_kind(entry_kind::missing, {"",          " ",         " e",
+                                      "C:",        "\\\\",      "e\\\\",
+                                      "e/\\",      "e\\..\\\\", "C:\\qvl_test\\d\\\\",
+                                      "g.txt\\\\", "g.txt\\x",  "g.txt:",
+                                      "missing",   "missing\\", "missing\\.",
+                                      "*",         "e\\*",      "\\\\s\\h\\x",
+                                      "1:\\",      "1:"});
+    expect_kind(entry_kind::directory, {"C:\\",
+                                        "C:/",
+                                        "C:\\\\",
+                                        "\\",
+                                        "C:.",
+                                        "C:e",
+                                        ".",
+                                        "./",
+                                        "..",
+                                        "..\\",
+                                        "e",
+                                        "e\\",
+                                        "e/",
+                                        "e \\",
+                                        "g.txt\\..",
+                                        "missing\\..",
+                                        "c:\\qvl_test",
+                                        "\\qvl_test\\d\\",
+                                        "..\\..\\..\\qvl_test",
+                                        "C:\\\\qvl_test\\\\d//e",
+                                        "C:\\qvl_test\\f\\..\\d"});
+    expect_kind(entry_kind::file,
+                {"g.txt", "g.txt\\", "g.txt/", "g.txt\\.", "g.txt. .", "missing\\..\\g.txt",
+                 "..\\f", "C:g.txt", "C:\\..\\qvl_test\\f"});
+    expect_kind(entry_kind::missing, {("C:\\" + std::string(5000, 'x')).c_str()});
 }
 
 std::string read_text(const char *path, size_t block, int buffering = _IOFBF) {

@@ -6,8 +6,8 @@
 #include <cstdlib>
 #include <cstring>
 #include <filesystem>
+#include <initializer_list>
 #include <memory>
-#include <span>
 #include <string>
 
 #include "platform/files.h"
@@ -15,93 +15,54 @@
 
 namespace {
 
-struct path_row {
-    const char *path;
-    const char *full;
-    const char *file_part; // null when the path ends with a separator
-};
-
 std::string here(const char *rest) {
     return std::string("C:\\qvl_test\\d") + rest;
 }
 
-void expect_full_paths(const path_row *rows, size_t count) {
-    for (const path_row &row : std::span(rows, count)) {
+// Each row is "path -> full path"; "~" stands for the current directory.
+void expect_full_paths(std::initializer_list<std::string> rows) {
+    for (const std::string &row : rows) {
+        size_t arrow = row.find(" -> ");
+        std::string expected = row.substr(arrow + 4);
+        expected = expected[0] == '~' ? here(expected.c_str() + 1) : expected;
+        std::string last = expected.substr(expected.rfind('\\') + 1);
         char buffer[300];
         char *part = buffer;
-        DWORD length = GetFullPathNameA(row.path, sizeof buffer, buffer, &part);
-        std::string expected = *row.full == '~' ? here(row.full + 1) : row.full;
-        EXPECT_EQ(std::string(buffer, length), expected) << '"' << row.path << '"';
-        EXPECT_STREQ(part, row.file_part) << '"' << row.path << '"';
+        DWORD length = GetFullPathNameA(row.substr(0, arrow).c_str(), 300, buffer, &part);
+        EXPECT_EQ(std::string(buffer, length), expected) << row;
+        EXPECT_STREQ(part, last.empty() ? nullptr : last.c_str()) << row;
     }
 }
 
 TEST(full_path, relative) {
-    static constexpr path_row ROWS[] = {
-        {"a", "~\\a", "a"},
-        {"a\\", "~\\a\\", nullptr},
-        {"a/b", "~\\a\\b", "b"},
-        {"a//b/\\", "~\\a\\b\\", nullptr},
-        {".", "~", "d"},
-        {".\\", "~\\", nullptr},
-        {".\\a\\.\\b", "~\\a\\b", "b"},
-        {"a\\.", "~\\a", "a"},
-        {"a\\..", "~", "d"},
-        {"a\\..\\", "~\\", nullptr},
-        {"a\\b\\..\\..\\c", "~\\c", "c"},
-        {"..", "C:\\qvl_test", "qvl_test"},
-        {"..\\..\\..\\..", "C:\\", nullptr},
-        {"..\\..\\..\\x", "C:\\x", "x"},
-        {" a", "~\\ a", " a"},
-        {"a b", "~\\a b", "a b"},
-        {"a*b", "~\\a*b", "a*b"},
-        {"ab:c", "~\\ab:c", "ab:c"},
-        {"\xC3\xA9\xE6\x97\xA5", "~\\\xC3\xA9\xE6\x97\xA5", "\xC3\xA9\xE6\x97\xA5"},
-    };
-    expect_full_paths(ROWS, std::size(ROWS));
+    expect_full_paths({"a -> ~\\a", "a\\ -> ~\\a\\", "a/b -> ~\\a\\b", "a//b/\\ -> ~\\a\\b\\",
+                       ". -> ~", ".\\ -> ~\\", ".\\a\\.\\b -> ~\\a\\b", "a\\. -> ~\\a",
+                       "a\\.. -> ~", "a\\..\\ -> ~\\", "a\\b\\..\\..\\c -> ~\\c",
+                       ".. -> C:\\qvl_test", "..\\..\\..\\.. -> C:\\", "..\\..\\..\\x -> C:\\x",
+                       " a -> ~\\ a", "a b -> ~\\a b", "a*b -> ~\\a*b", "ab:c -> ~\\ab:c",
+                       "\xC3\xA9\xE6\x97\xA5 -> ~\\\xC3\xA9\xE6\x97\xA5"});
 }
 
 TEST(full_path, dots_and_blanks_at_the_end) {
-    static constexpr path_row ROWS[] = {
-        {"a.", "~\\a", "a"},           {"a . .", "~\\a", "a"},
-        {"a. \\b ", "~\\a. \\b", "b"}, {"a.\\b", "~\\a\\b", "b"},
-        {"a \\b", "~\\a \\b", "b"},    {"a\\...", "~\\a\\", nullptr},
-        {"a\\ ", "~\\a\\", nullptr},   {"C:\\a\\.. ", "C:\\a\\", nullptr},
-        {"C:\\ ", "C:\\", nullptr},    {"C: ", "~\\", nullptr},
-        {".a", "~\\.a", ".a"},         {"C:\\.. \\x", "C:\\.. \\x", "x"},
-    };
-    expect_full_paths(ROWS, std::size(ROWS));
+    expect_full_paths({"a. -> ~\\a", "a . . -> ~\\a", "a. \\b  -> ~\\a. \\b", "a.\\b -> ~\\a\\b",
+                       "a \\b -> ~\\a \\b", "a\\... -> ~\\a\\", "a\\  -> ~\\a\\",
+                       "C:\\a\\..  -> C:\\a\\", "C:\\  -> C:\\", "C:  -> ~\\", ".a -> ~\\.a",
+                       "C:\\.. \\x -> C:\\.. \\x"});
 }
 
-TEST(full_path, drives_roots_and_shares) {
-    static constexpr path_row ROWS[] = {
-        {"C:\\", "C:\\", nullptr},
-        {"C:/", "C:\\", nullptr},
-        {"c:\\A\\b", "c:\\A\\b", "b"},
-        {"C:\\\\a", "C:\\a", "a"},
-        {"C:\\a\\..\\..\\b", "C:\\b", "b"},
-        {"C:\\.", "C:\\", nullptr},
-        {"C:\\x\\..", "C:\\", nullptr},
-        {"C:", "~\\", nullptr},
-        {"C:.", "~", "d"},
-        {"c:..", "C:\\qvl_test", "qvl_test"},
-        {"c:foo", "~\\foo", "foo"},
-        {"C:a\\", "~\\a\\", nullptr},
-        {"q:", "q:\\", nullptr},
-        {"Q:foo", "Q:\\foo", "foo"},
-        {"Q:..\\foo", "Q:\\foo", "foo"},
-        {"\\", "C:\\", nullptr},
-        {"\\x\\y", "C:\\x\\y", "y"},
-        {"\\..\\x", "C:\\x", "x"},
-        {"\\\\s\\h", "\\\\s\\h", "h"},
-        {"\\\\s\\h\\", "\\\\s\\h\\", nullptr},
-        {"//s/h/x//y", "\\\\s\\h\\x\\y", "y"},
-        {"\\\\s\\h\\..\\..\\x", "\\\\s\\h\\x", "x"},
-        {"\\\\s\\h\\..", "\\\\s\\h\\", nullptr},
-        {"\\\\s.\\h.", "\\\\s.\\h.", "h."},
-        {"\\\\?\\C:\\x\\..\\y", "\\\\?\\C:\\y", "y"},
-    };
-    expect_full_paths(ROWS, std::size(ROWS));
+TEST(full_path, drives_and_roots) {
+    expect_full_paths({"C:\\ -> C:\\", "C:/ -> C:\\", "c:\\A\\b -> c:\\A\\b", "C:\\\\a -> C:\\a",
+                       "C:\\a\\..\\..\\b -> C:\\b", "C:\\. -> C:\\", "C:\\x\\.. -> C:\\",
+                       "C: -> ~\\", "C:. -> ~", "c:.. -> C:\\qvl_test", "c:foo -> ~\\foo",
+                       "C:a\\ -> ~\\a\\", "q: -> q:\\", "Q:foo -> Q:\\foo", "Q:..\\foo -> Q:\\foo",
+                       "\\ -> C:\\", "\\x\\y -> C:\\x\\y", "\\..\\x -> C:\\x"});
+}
+
+TEST(full_path, shares) {
+    expect_full_paths({"\\\\s\\h -> \\\\s\\h", "\\\\s\\h\\ -> \\\\s\\h\\",
+                       "//s/h/x//y -> \\\\s\\h\\x\\y", "\\\\s\\h\\..\\..\\x -> \\\\s\\h\\x",
+                       "\\\\s\\h\\.. -> \\\\s\\h\\", "\\\\s.\\h. -> \\\\s.\\h.",
+                       "\\\\?\\C:\\x\\..\\y -> \\\\?\\C:\\y"});
 }
 
 TEST(full_path, room_and_failure) {

@@ -11,6 +11,7 @@
 
 #include <cerrno>
 #include <csignal>
+#include <cstdlib>
 #include <string>
 
 #include "platform/files.h"
@@ -26,6 +27,14 @@ extern "C" long __wrap_ptrace(int request, pid_t pid, void *address, void *data)
         return -1;
     }
     return __real_ptrace(request, pid, address, data);
+}
+
+static int signals_sent = 0;
+
+extern "C" int __real_kill(pid_t pid, int number);
+extern "C" int __wrap_kill(pid_t pid, int number) {
+    signals_sent++;
+    return __real_kill(pid, number);
 }
 
 namespace {
@@ -125,6 +134,50 @@ TEST_P(child_on_host, failures_of_the_start_are_known_at_once) {
         EXPECT_EQ(GetLastError(), row.error);
         EXPECT_EQ(waitpid(-1, nullptr, WNOHANG), -1) << "a zombie is left";
     }
+}
+
+TEST_P(child_on_host, is_killed_by_its_job_after_its_handles_are_closed) {
+    HANDLE job = job_with_limits(JOB_OBJECT_LIMIT_KILL_ON_JOB_CLOSE);
+    child started = start_child_as("sleep", own_program(), GetParam().first);
+    ASSERT_TRUE(AssignProcessToJobObject(job, started.process.hProcess));
+    EXPECT_TRUE(CloseHandle(started.process.hThread) && CloseHandle(started.process.hProcess));
+    EXPECT_TRUE(CloseHandle(job));
+    int status = SIGKILL; // where the closing has waited for it already
+    waitpid(static_cast<pid_t>(started.process.dwProcessId), &status, 0);
+    EXPECT_TRUE(WIFSIGNALED(status) && WTERMSIG(status) == SIGKILL);
+}
+
+TEST(job_on_host, does_not_signal_a_child_once_it_has_been_waited_for) {
+    HANDLE job = job_with_limits(JOB_OBJECT_LIMIT_KILL_ON_JOB_CLOSE);
+    child started = start_child_as("exit", own_program() + " 1", CREATE_SUSPENDED);
+    ASSERT_TRUE(AssignProcessToJobObject(job, started.process.hProcess));
+    ResumeThread(started.process.hThread);
+    EXPECT_EQ(end_of(started), 1u);
+    signals_sent = 0;
+    EXPECT_TRUE(CloseHandle(job));
+    EXPECT_EQ(signals_sent, 0);
+}
+
+TEST_P(child_on_host, is_resumed_even_if_tracing_is_refused) {
+    child started = start_child_as("exit", own_program() + " 3", GetParam().first);
+    EXPECT_EQ(ResumeThread(started.process.hThread), GetParam().first == 0 ? 0u : 1u);
+    EXPECT_EQ(ResumeThread(started.process.hThread), 0u);
+    EXPECT_EQ(end_of(started), 3u);
+}
+
+TEST(suspended_child, may_be_killed_before_it_is_resumed) {
+    child started = start_child_as("exit", own_program(), CREATE_SUSPENDED);
+    kill(static_cast<pid_t>(started.process.dwProcessId), SIGKILL);
+    pause_for(20);
+    EXPECT_EQ(ResumeThread(started.process.hThread), 1u);
+    EXPECT_EQ(end_of(started), 137u);
+}
+
+TEST_P(child_on_host, has_variables_under_the_names_that_they_were_received_with) {
+    const std::string path = getenv("PATH");
+    SetEnvironmentVariableA("Path", "/x");
+    EXPECT_EQ(run("echo $PATH > result"), "/x\nexit 0");
+    SetEnvironmentVariableA("path", path.c_str());
 }
 
 TEST_P(child_on_host, a_signal_during_the_start_stops_nothing) {

@@ -18,6 +18,7 @@ protected:
     void SetUp() override {
         base = std::filesystem::current_path().string();
         std::filesystem::create_directories("drive/sub/deep");
+        std::filesystem::create_directory("drive/su");
         std::filesystem::remove("link");
         std::filesystem::create_symlink("drive/sub", "link");
     }
@@ -43,7 +44,7 @@ TEST_F(drives, the_longest_directory_that_holds_a_path_shows_it) {
     EXPECT_EQ(shown("/drive/sub"), "E:\\sub");
     set("QVL_HOST_DRIVE_D", base + "/link");
     EXPECT_EQ(shown("/drive/sub/deep"), "D:\\deep");
-    set("QVL_HOST_DRIVE_D", base + "/dri");
+    set("QVL_HOST_DRIVE_D", base + "/drive/su");
     EXPECT_EQ(shown("/drive/sub"), "E:\\sub");
     set("QVL_HOST_DRIVE_D", base + "/drive");
     EXPECT_EQ(shown("/drive/sub"), "D:\\sub");

@@ -2,21 +2,23 @@
 
 #include <unistd.h>
 
-#include <climits>
 #include <cstdlib>
 #include <filesystem>
 
-static char drive[] = "/tmp/qvl_platform_XXXXXX";
+static std::filesystem::path drive;
 
-bool enter_empty_folder() {
-    char canonical[PATH_MAX];
-    return mkdtemp(drive) != nullptr && realpath(drive, canonical) != nullptr &&
-           setenv("QVL_HOST_DRIVE_C", canonical, 1) == 0 &&
-           std::filesystem::create_directory(std::string(drive) + "/qvl_test") &&
-           chdir((std::string(drive) + "/qvl_test").c_str()) == 0;
+void enter_sandbox() {
+    char name[] = "/tmp/qvl_platform_XXXXXX";
+    if (mkdtemp(name) == nullptr) {
+        abort();
+    }
+    drive = std::filesystem::canonical(name);
+    setenv("QVL_HOST_DRIVE_C", drive.c_str(), 1);
+    std::filesystem::create_directory(drive / "qvl_test");
+    std::filesystem::current_path(drive / "qvl_test");
 }
 
-void remove_folder() {
+void leave_sandbox() {
     std::filesystem::current_path("/");
     std::filesystem::remove_all(drive);
 }

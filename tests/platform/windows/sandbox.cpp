@@ -7,18 +7,15 @@
 
 static constexpr char FOLDER[] = "C:\\qvl_test";
 
-bool enter_empty_folder() {
-    std::error_code error;
-    std::filesystem::remove_all(FOLDER, error);
-    std::filesystem::create_directory(FOLDER, error);
-    std::filesystem::current_path(FOLDER, error);
-    return !error;
+void enter_sandbox() {
+    std::filesystem::remove_all(FOLDER);
+    std::filesystem::create_directory(FOLDER);
+    std::filesystem::current_path(FOLDER);
 }
 
-void remove_folder() {
-    std::error_code error;
-    std::filesystem::current_path("C:\\", error);
-    std::filesystem::remove_all(FOLDER, error);
+void leave_sandbox() {
+    std::filesystem::current_path("C:\\");
+    std::filesystem::remove_all(FOLDER);
 }
 
 const char *own_file() {

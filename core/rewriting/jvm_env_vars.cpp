@@ -1,0 +1,132 @@
+#include "core/rewriting/jvm_env_vars.h"
+
+#include <cstdlib>
+#include <cstring>
+
+#include "core/environment.h"
+#include "core/jlp_vars.h"
+#include "core/launch_mode.h"
+#include "core/processed_args.h"
+#include "core/rewriting/java_options.h"
+#include "core/rewriting/path_rewriting.h"
+#include "core/rewriting/single_arg.h"
+#include "jli/args.h"
+#include "jli/text_buffer.h"
+#include "platform/windows_services.h"
+
+namespace {
+
+constexpr char ASTERISKS[] = "****************************************************************\n";
+constexpr size_t LIST_CAPACITY = 8;
+
+void trace_warning(const char *name) {
+    JLI_TraceLauncher("\n\n");
+    JLI_TraceLauncher(ASTERISKS);
+    JLI_TraceLauncher("********* WARNING: A JVM ENV VAR, '%s', has been set.\n", name);
+    if (strcmp(name, "_JAVA_OPTIONS") == 0) {
+        JLI_TraceLauncher("*********          This var can override JVM arguments on the command "
+                          "line,\n");
+        JLI_TraceLauncher("*********          and can change the runtime behaviour of the "
+                          "application.\n");
+    } else {
+        JLI_TraceLauncher("*********          This var cannot override existing JVM arguments on "
+                          "the command line,\n");
+        JLI_TraceLauncher("*********          but it can add arguments that can change the runtime "
+                          "behaviour of the application.\n");
+    }
+    JLI_TraceLauncher(ASTERISKS);
+    JLI_TraceLauncher("\n");
+}
+
+void set_variable_or_exit(const char *name, const char *value) {
+    if (!SetEnvironmentVariableA(name, value)) {
+        JLI_TraceLauncher("Error: Failed to set %%%s%%\n", name);
+        exit(1);
+    }
+}
+
+void set_to_joined(const char *name, char *const *options, int count) {
+    text_buffer joined;
+    for (int i = 0; i < count; i++) {
+        if (i > 0) {
+            append(joined, ' ');
+        }
+        append(joined, options[i]);
+    }
+    set_jvm_env_var(name, joined.c_str());
+}
+
+void rewrite_options(const char *name, const char *guest_name, JLI_List options) {
+    int main_class_found = 0;
+    int expect_classpath_value = 0;
+    int expect_module_value = 0;
+    int rule_file_arg_added = 0;
+    trace_warning(name);
+    updated_options_for_var_count = 0;
+    options_for_quorvel_guest_var_count = 0;
+    for (size_t i = 0; i < options->size; i++) {
+        process_single_arg(options->elements[i], updated_options_for_var,
+                           &updated_options_for_var_count, options_for_quorvel_guest_var,
+                           &options_for_quorvel_guest_var_count, &main_class_found,
+                           &expect_classpath_value, &expect_module_value, &rule_file_arg_added);
+    }
+    set_to_joined(name, updated_options_for_var, updated_options_for_var_count);
+    if (use_advanced_launch_mode) {
+        set_to_joined(guest_name, options_for_quorvel_guest_var,
+                      options_for_quorvel_guest_var_count);
+    }
+}
+
+// The user's own guest options, as they were at the start of the process.
+void append_guest_options(const char *guest_name) {
+    JLI_List options = JLI_List_new(LIST_CAPACITY);
+    JLI_AddArgsFromEnvVar(options, guest_name);
+    for (size_t i = 0; i < options->size; i++) {
+        place({rhs, &rhs_count}, options->elements[i]);
+    }
+}
+
+} // namespace
+
+void process_jvm_env_var(const char *name) {
+    if (strcmp(name, "CLASSPATH") == 0) {
+        const bool uses_jvm_home = launch_mode_begins_with("patch") ||
+                                   launch_mode_begins_with("secure") ||
+                                   launch_mode_begins_with("ri");
+        process_classpath_env_var(uses_jvm_home ? jvm_home : container_home);
+        return;
+    }
+    const text_ptr guest_name = format_text("QUORVEL_GUEST_%s", name);
+    // Neither list is freed: its texts share a block that the expansion keeps (jli/args.h).
+    JLI_List options = JLI_List_new(LIST_CAPACITY);
+    JLI_AddArgsFromEnvVar(options, name);
+    if (options->size > 0) {
+        rewrite_options(name, guest_name.get(), options);
+    }
+    if (use_advanced_launch_mode) {
+        append_guest_options(guest_name.get());
+    }
+}
+
+void process_classpath_env_var(const char *new_home) {
+    constexpr const char *name = "CLASSPATH";
+    JLI_TraceLauncher("Get %s from environment\n", name);
+    JLI_TraceLauncher("-----------------------------\n");
+    const text_ptr value = read_environment(name);
+    if (value == nullptr) {
+        JLI_TraceLauncher("    $%s not set in environment\n", name);
+        JLI_TraceLauncher("\n");
+        return;
+    }
+    JLI_TraceLauncher("    $%s set in environment: %s\n", name, value.get());
+    JLI_TraceLauncher("\n");
+    set_variable_or_exit(name, moved_value(value.get(), new_home));
+}
+
+void set_jvm_env_var(const char *name, const char *value) {
+    set_variable_or_exit(name, value);
+    JLI_TraceLauncher("JVM ENVIRONMENT SETTING:\n");
+    JLI_TraceLauncher("------------------------\n");
+    JLI_TraceLauncher("%%%s%%: %s\n", name, value);
+    JLI_TraceLauncher("\n");
+}

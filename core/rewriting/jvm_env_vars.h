@@ -1,0 +1,30 @@
+#ifndef CORE_REWRITING_JVM_ENV_VARS_H
+#define CORE_REWRITING_JVM_ENV_VARS_H
+
+/* The environment variables through which a Java runtime takes options and its class path. They are
+ * rewritten in the environment that the child inherits; what is read is their value at the start of
+ * the process, except for "CLASSPATH". A variable that cannot be set ends the process with status
+ * 1, traced. */
+
+#ifdef __cplusplus
+extern "C" {
+#endif
+
+/* Rewrites one variable by name. Each option of an option variable goes through process_single_arg;
+ * the host's result is written back and, in the mode "advanced", the guest's into "QUORVEL_GUEST_"
+ * + name, whose own options are appended to rhs. "CLASSPATH" has its paths moved. Overwrites
+ * updated_options_for_var and options_for_quorvel_guest_var. An option that may not stand in a
+ * variable ends the process with status 1. */
+void process_jvm_env_var(const char *name);
+
+/* Moves the paths of "CLASSPATH" from the launcher home to `new_home`. */
+void process_classpath_env_var(const char *new_home);
+
+/* Sets and traces a variable. */
+void set_jvm_env_var(const char *name, const char *value);
+
+#ifdef __cplusplus
+}
+#endif
+
+#endif

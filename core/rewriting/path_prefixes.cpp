@@ -1,0 +1,98 @@
+#include "core/rewriting/path_prefixes.h"
+
+#include <new>
+#include <utility>
+
+#include "platform/files.h"
+#include "platform/windows_services.h"
+
+namespace {
+
+constexpr size_t FIRST_SLOT_COUNT = 16;
+
+path_prefix *new_slots(size_t count) {
+    void *block = JLI_MemAlloc(count * sizeof(path_prefix));
+    path_prefix *slots = static_cast<path_prefix *>(block);
+    for (size_t i = 0; i < count; i++) {
+        new (&slots[i]) path_prefix;
+    }
+    return slots;
+}
+
+void release_slots(path_prefix *slots, size_t count) {
+    for (size_t i = 0; i < count; i++) {
+        slots[i].~path_prefix();
+    }
+    JLI_MemFree(slots);
+}
+
+size_t hash_of(std::string_view path) {
+    size_t hash = 14695981039346656037U; // FNV-1a
+    for (const char c : path) {
+        hash = (hash ^ static_cast<unsigned char>(c)) * 1099511628211U;
+    }
+    return hash;
+}
+
+// The slot of `path`, or the empty one where it belongs.
+path_prefix &slot_of(path_prefixes &known, std::string_view path) {
+    size_t i = hash_of(path) % known.slot_count;
+    while (known.slots[i].path != nullptr && path != known.slots[i].path.get()) {
+        i = (i + 1) % known.slot_count;
+    }
+    return known.slots[i];
+}
+
+// Keeps a quarter of the slots empty, so that a search soon ends.
+void make_room(path_prefixes &known) {
+    if (4 * (known.used + 1) <= 3 * known.slot_count) {
+        return;
+    }
+    path_prefix *old_slots = known.slots;
+    const size_t old_count = known.slot_count;
+    known.slot_count = old_count == 0 ? FIRST_SLOT_COUNT : 2 * old_count;
+    known.slots = new_slots(known.slot_count);
+    for (size_t i = 0; i < old_count; i++) {
+        if (old_slots[i].path != nullptr) {
+            slot_of(known, old_slots[i].path.get()) = std::move(old_slots[i]);
+        }
+    }
+    release_slots(old_slots, old_count);
+}
+
+text_ptr full_path_of(std::string_view path) {
+    // An absolute path has no longer full name, save for what the system makes of device names.
+    DWORD size = static_cast<DWORD>(path.size()) + 16;
+    while (true) {
+        text_ptr full_path(static_cast<char *>(JLI_MemAlloc(size)));
+        const DWORD length = GetFullPathNameA(path.data(), size, full_path.get(), nullptr);
+        if (length == 0) {
+            return copy_text(path);
+        }
+        if (length < size) {
+            return full_path;
+        }
+        size = length;
+    }
+}
+
+} // namespace
+
+path_prefixes::~path_prefixes() {
+    release_slots(slots, slot_count);
+}
+
+const char *existing_full_path(path_prefixes &known, std::string_view path) {
+    make_room(known);
+    path_prefix &slot = slot_of(known, path);
+    if (slot.path == nullptr) {
+        text_ptr copy = copy_text(path);
+        if (kind_of(copy.get()) == entry_kind::missing) {
+            return nullptr;
+        }
+        slot.full_path = full_path_of(copy.get());
+        slot.path = std::move(copy);
+        known.used++;
+    }
+    return slot.full_path.get();
+}

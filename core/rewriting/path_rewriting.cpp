@@ -1,0 +1,210 @@
+#include "core/rewriting/path_rewriting.h"
+
+#include <cstring>
+
+#include "core/config_text.h"
+#include "core/jlp_vars.h"
+#include "core/rewriting/path_prefixes.h"
+#include "core/state_arrays.h"
+#include "jli/text_buffer.h"
+#include "platform/files.h"
+
+namespace {
+
+// What the paths of one list have in common.
+struct path_list_walk {
+    text_ptr current_dir{current_directory()};
+    path_prefixes known;
+    text_buffer query;
+    text_buffer absolute;
+};
+
+// "C:" of a path with a drive, else empty.
+std::string_view drive_of(std::string_view path) {
+    return path.size() >= 2 && path[1] == ':' ? std::string_view(path.data(), 2)
+                                              : std::string_view();
+}
+
+bool is_same_drive(std::string_view a, std::string_view b) {
+    constexpr int letter_case = 'a' ^ 'A';
+    return a.size() == b.size() && (a.empty() || (a[0] | letter_case) == (b[0] | letter_case));
+}
+
+std::string_view current_drive(const path_list_walk &walk) {
+    return drive_of(walk.current_dir == nullptr ? "" : walk.current_dir.get());
+}
+
+void make_absolute(path_list_walk &walk, const char *path) {
+    clear(walk.absolute);
+    if (is_path_relative(path)) {
+        const char *directory = walk.current_dir == nullptr ? "" : walk.current_dir.get();
+        JLI_TraceLauncher("   cwd = %s\n", directory);
+        append(walk.absolute, directory);
+        append(walk.absolute, file_separator);
+    }
+    append(walk.absolute, path);
+}
+
+void keep_component(int number, std::string_view component) {
+    if (number >= COMPONENT_SLOTS) {
+        refuse_entry("components of a path", COMPONENT_SLOTS);
+    }
+    path_component[number] = copy_text(component).release();
+    JLI_TraceLauncher("   path_component[%d] = %s\n", number, path_component[number]);
+}
+
+void release_components(int count) {
+    for (int i = 0; i < count; i++) {
+        release_text(&path_component[i]);
+    }
+}
+
+// Replaces `prefix` by its full path name if it exists; a prefix without a drive is on the current
+// one.
+bool resolve_prefix(path_list_walk &walk, text_buffer &prefix) {
+    clear(walk.query);
+    if (prefix.view().starts_with(file_separator)) {
+        append(walk.query, current_drive(walk));
+    }
+    append(walk.query, prefix.view());
+    const char *full_path = existing_full_path(walk.known, walk.query.view());
+    if (full_path == nullptr) {
+        return false;
+    }
+    clear(prefix);
+    append(prefix, full_path);
+    JLI_TraceLauncher("       path_prefix_resolved = %s\n", full_path);
+    return true;
+}
+
+void walk_components(path_list_walk &walk, text_buffer &result) {
+    std::string_view rest = walk.absolute.view();
+    const std::string_view drive = drive_of(rest);
+    size_t separator = rest.find(file_separator);
+    bool exists = true;
+    int count = 0;
+    while (separator != std::string_view::npos) {
+        rest.remove_prefix(separator + 1);
+        separator = rest.find(file_separator);
+        const std::string_view component(rest.data(), std::min(separator, rest.size()));
+        keep_component(count, component);
+        if (count++ == 0 && !is_same_drive(drive, current_drive(walk))) {
+            append(result, drive);
+        }
+        append(result, file_separator);
+        append(result, component);
+        JLI_TraceLauncher("       path_prefix = %s\n", result.c_str());
+        // Below what is missing there is nothing, but "." and ".." lead back.
+        if (exists || component == "." || component == "..") {
+            exists = resolve_prefix(walk, result);
+        }
+    }
+    release_components(count);
+}
+
+void resolve(path_list_walk &walk, const char *old_path, text_buffer &result) {
+    JLI_TraceLauncher("RESOLVE PATH:\n");
+    JLI_TraceLauncher("-------------\n");
+    JLI_TraceLauncher("   old_path: %s\n", old_path);
+    const text_ptr copy = copy_text(old_path);
+    if (strchr(copy.get(), '/') != nullptr) {
+        JLI_TraceLauncher("   old_path_copy contains forward slashes:      %s\n", copy.get());
+        replace_char(copy.get(), '/', file_separator);
+        JLI_TraceLauncher("   old_path_copy with forward slashes replaced: %s\n", copy.get());
+    }
+    make_absolute(walk, copy.get());
+    walk_components(walk, result);
+    JLI_TraceLauncher("   old_path_abs: %s\n", result.c_str());
+    JLI_TraceLauncher("\n");
+}
+
+bool lies_below(std::string_view path, std::string_view home) {
+    return path.starts_with(home) &&
+           (path.size() == home.size() || path[home.size()] == file_separator);
+}
+
+void rewrite_path(path_list_walk &walk, const text_ptr &path, std::string_view old_home,
+                  const char *new_home, text_buffer &list) {
+    text_buffer absolute;
+    resolve(walk, path.get(), absolute);
+    if (!lies_below(absolute.c_str(), old_home)) {
+        JLI_TraceLauncher("NOT TRANSFORMING PATH:\n");
+        JLI_TraceLauncher("----------------------\n");
+        JLI_TraceLauncher("   old_path: %s\n", path.get());
+        JLI_TraceLauncher("   new_path: %s\n", path.get());
+        JLI_TraceLauncher("\n");
+        append(list, path.get());
+        return;
+    }
+    const size_t start = list.length;
+    append(list, new_home);
+    append(list, absolute.c_str() + old_home.size());
+    JLI_TraceLauncher("TRANSFORMING PATH:\n");
+    JLI_TraceLauncher("------------------\n");
+    JLI_TraceLauncher("   old_path_abs: %s\n", absolute.c_str());
+    JLI_TraceLauncher("   new_path: %s\n", list.c_str() + start);
+    JLI_TraceLauncher("\n");
+}
+
+void rewrite_list(std::string_view paths, std::string_view old_home, const char *new_home,
+                  text_buffer &list) {
+    const bool has_commas_alone = paths.find(path_separator) == std::string_view::npos;
+    const char separator = has_commas_alone ? ',' : path_separator;
+    path_list_walk walk;
+    while (true) {
+        const size_t length = paths.find(separator);
+        const bool is_last = length == std::string_view::npos;
+        const std::string_view path(paths.data(), is_last ? paths.size() : length);
+        rewrite_path(walk, copy_text(path), old_home, new_home, list);
+        if (is_last) {
+            return;
+        }
+        append(list, separator);
+        paths.remove_prefix(length + 1);
+    }
+}
+
+} // namespace
+
+char *replaceLauncherHomeWithRIHome(const char *arg, const char *old_home, const char *new_home,
+                                    int has_name, char name_delimiter) {
+    const char *paths = arg;
+    text_ptr trace_label = copy_text("-cp or -classpath");
+    text_buffer list;
+    if (has_name == 1) {
+        paths = strchr(arg, name_delimiter) + 1;
+        const size_t name_length = static_cast<size_t>(paths - arg) - 1;
+        trace_label = copy_text({arg, name_length});
+        append(list, {arg, name_length + 1});
+    }
+    JLI_TraceLauncher("TRANSFORMING PATH LIST:\n");
+    JLI_TraceLauncher("-----------------------\n");
+    JLI_TraceLauncher("   property:  %s\n", trace_label.get());
+    JLI_TraceLauncher("   old_paths: %s\n", paths);
+    JLI_TraceLauncher("\n");
+    rewrite_list(paths, old_home, new_home, list);
+    JLI_TraceLauncher("TRANSFORM PATH LIST END:\n");
+    JLI_TraceLauncher("------------------------\n");
+    JLI_TraceLauncher("   newPathList: %s\n", list.c_str());
+    JLI_TraceLauncher("\n");
+    char *result = copy_text(list.view()).release();
+    append_entry(newPathList, &newPathListCount, result);
+    return result;
+}
+
+void resolve_path(const char *old_path, char *result) {
+    path_list_walk walk;
+    text_buffer absolute;
+    resolve(walk, old_path, absolute);
+    result[0] = '\0';
+    append_to_text_buffer(result, absolute.c_str());
+}
+
+char *replace_char(char *text, char from, char to) {
+    for (char *c = text; *c != '\0'; c++) {
+        if (*c == from) {
+            *c = to;
+        }
+    }
+    return text;
+}

@@ -1,0 +1,49 @@
+#include "core/rewriting/ri_mode.h"
+
+#include "core/jlp_vars.h"
+#include "core/rewriting/java_options.h"
+#include "core/rewriting/option_filters.h"
+
+namespace {
+
+// Whether the list ends with an option on modules that has no value yet: a value may read like one
+// of these options too, so they pair up from the first of a row of them.
+bool ends_with_module_option(const argument_list &list) {
+    bool expects_value = false;
+    for (int i = *list.count - 1; i >= 0 && is_module_value_option(list.entries[i]); i--) {
+        expects_value = !expects_value;
+    }
+    return expects_value;
+}
+
+} // namespace
+
+void process_single_arg_for_ri(const char *arg, char **leading, int *leading_count, char **trailing,
+                               int *trailing_count, int *main_class_found,
+                               int *expect_classpath_value) {
+    const std::string_view text(arg);
+    const argument_list to_leading = {leading, leading_count};
+    const argument_list to_trailing = {trailing, trailing_count};
+    if (*main_class_found) {
+        place(to_trailing, arg);
+    } else if (is_class_path_option(text)) {
+        place(to_leading, arg);
+        *expect_classpath_value = 1;
+    } else if (is_class_path_assignment(text)) {
+        place(to_leading, moved_assignment(arg, jvm_home));
+    } else if (*expect_classpath_value) {
+        place(to_leading, moved_value(arg, jvm_home));
+        *expect_classpath_value = 0;
+    } else if (ends_with_module_option(to_leading)) {
+        place(to_leading, arg);
+    } else if (ends_options(text)) {
+        place(to_trailing, arg);
+        *main_class_found = 1;
+    } else if (is_xbootclasspath_arg(arg)) {
+        place(to_leading, moved_boot_class_path(arg, jvm_home));
+    } else if (is_possible_path_arg(arg)) {
+        place(to_leading, moved_property(arg, jvm_home));
+    } else {
+        place(to_leading, arg);
+    }
+}

@@ -1,0 +1,47 @@
+#include "core/rewriting/single_arg.h"
+
+#include "core/jlp_vars.h"
+#include "core/launch_mode.h"
+#include "core/rewriting/advanced_mode.h"
+#include "core/rewriting/arg_files.h"
+#include "core/rewriting/legacy_mode.h"
+#include "core/rewriting/ri_mode.h"
+
+void process_single_arg(const char *arg, char **leading, int *leading_count, char **trailing,
+                        int *trailing_count, int *main_class_found, int *expect_classpath_value,
+                        int *expect_module_value, int *rule_file_arg_added) {
+    if (*main_class_found || !is_arg_file(arg)) {
+        process_single_arg_for_launch_mode(arg, leading, leading_count, trailing, trailing_count,
+                                           main_class_found, expect_classpath_value,
+                                           expect_module_value, rule_file_arg_added);
+        return;
+    }
+    JLI_List args = get_arg_list_from_arg_file(arg);
+    if (args == nullptr) {
+        return;
+    }
+    for (size_t i = 0; i < args->size; i++) {
+        process_single_arg_for_launch_mode(args->elements[i], leading, leading_count, trailing,
+                                           trailing_count, main_class_found, expect_classpath_value,
+                                           expect_module_value, rule_file_arg_added);
+    }
+    JLI_List_free(args);
+}
+
+void process_single_arg_for_launch_mode(const char *arg, char **leading, int *leading_count,
+                                        char **trailing, int *trailing_count, int *main_class_found,
+                                        int *expect_classpath_value, int *expect_module_value,
+                                        int *rule_file_arg_added) {
+    if (use_advanced_launch_mode) {
+        process_single_arg_for_advanced(arg, leading, leading_count, trailing, trailing_count,
+                                        main_class_found, expect_classpath_value,
+                                        expect_module_value, rule_file_arg_added);
+    } else if (launch_mode_begins_with("ri")) {
+        process_single_arg_for_ri(arg, leading, leading_count, trailing, trailing_count,
+                                  main_class_found, expect_classpath_value);
+    } else {
+        process_single_arg_for_legacy(arg, leading, leading_count, trailing, trailing_count,
+                                      main_class_found, expect_classpath_value, expect_module_value,
+                                      rule_file_arg_added);
+    }
+}

@@ -1,0 +1,203 @@
+// What launcher.cfg may hold, shown by the dump of the trace, and where the trace goes.
+
+#include <chrono>
+#include <cstring>
+
+#include "tests/launcher/world.h"
+
+namespace {
+
+outcome run_with(const std::string &configuration) {
+    put_file("C:\\L\\launcher.cfg", here(configuration));
+    return run_launcher("C:\\L\\bin\\java.exe", {});
+}
+
+std::string dump_of(const std::string &mode, const std::string &properties) {
+    return here("LAUNCHER CONFIGURATION LOADED\n-----------------------------\n"
+                "   config_path:                          C:\\L\\launcher.cfg\n"
+                "   os_name:                              Windows\n"
+                "   launch_mode:                          " +
+                mode + "\n   is_native_invocation:                 no\n" + properties + "\n");
+}
+
+constexpr const char *EVERY_KEY = R"(RULE_FILE=rules.txt
+# JVM_HOME=C:\J
+SHOW_START=true
+QUORVEL_PROPERTIES_FILE=C:\q\.\my.properties
+QUORVEL_NATIVE_AGENT=..\agent\quorvel.dll
+NON_PATH_OPTIONS=user.dir=java.io.tmpdir
+ALLOW_VM_OPTIONS=a.b=c.d
+IGNORE_OPTIONS=-Xfoo==-Xbar
+JVM_OPTIONS="-Xmx1g" "-Dx=a b"
+CONTAINER_OPTIONS="-Dc=1"
+CONTAINER_HOME=..\C\
+JVM_HOME=jdk
+QUORVEL_HOME=/tools/x
+LOG_FILE_OR_DIR=log.txt
+LAUNCH_MODE=)";
+
+constexpr const char *EVERY_PROPERTY_1 =
+    R"(   log_file_path:                        C:\L\log.txt
+   container_home:                       C:\C\
+   jvm_home:                             C:\L\jdk
+   quorvel_home:                         C:\L\tools\x
+   rule_file_arg:                        -Dcom.quorvel.rules.local=C:\L\rules.txt
+   quorvel_properties_arg:               -Dcom.quorvel.QuorvelProperties=C:\q\my.properties
+   quorvel_library_path:                 C:\agent\quorvel.dll
+   non_path_options_value:            user.dir=java.io.tmpdir
+        non_path_options_array[ 0 ]:  user.dir
+        non_path_options_array[ 1 ]:  java.io.tmpdir
+   allow_vm_properties_value:            a.b=c.d
+)";
+constexpr const char *LEGACY_PROPERTY =
+    "        allow_vm_properties_option(LLM): -Dcom.quorvel.AllowVMProperties=a.b=c.d\n";
+constexpr const char *EVERY_PROPERTY_2 = R"(        allow_vm_properties_array[ 0 ]:  a.b
+        allow_vm_properties_array[ 1 ]:  c.d
+   ignore_properties_value:            -Xfoo==-Xbar
+        ignore_properties_array[ 0 ]:  -Xfoo
+        ignore_properties_array[ 1 ]:  -Xbar
+   jvm_options_value:                    "-Xmx1g" "-Dx=a b"
+        jvm_options_array[ 0 ]:          -Xmx1g
+        jvm_options_array[ 1 ]:          -Dx=a b
+   container_options_value:              "-Dc=1"
+        container_options_array[ 0 ]:    -Dc=1
+)";
+
+std::string with_cr(std::string text) {
+    for (size_t at = 0; (at = text.find('\n', at)) != std::string::npos; at += 2) {
+        text.insert(at, "\r");
+    }
+    return text;
+}
+
+} // namespace
+
+TEST_F(launcher, reads_every_key_and_dumps_it) {
+    const std::string every_key = EVERY_KEY;
+    const std::string every_property = std::string(EVERY_PROPERTY_1) + EVERY_PROPERTY_2;
+    const std::string of_legacy =
+        std::string(EVERY_PROPERTY_1) + LEGACY_PROPERTY + EVERY_PROPERTY_2;
+    const std::string none = "   WARNING: No properties set in config file.\n";
+    const std::string long_name(99999 - strlen("IGNORE_OPTIONS="), 'x');
+    const struct {
+        std::string configuration, mode, properties;
+        bool mode_rejected = false;
+    } rows[] = {
+        {every_key + "advanced", "advanced", every_property},
+        {"\xEF\xBB\xBF" + with_cr(every_key + "legacy\n"), "legacy", of_legacy},
+        {"SHOW_START= \t trueish\v\f\nLAUNCH_MODE= ri and more \n", "ri and more", none},
+        {"SHOW_START=true\nSHOW_START=false\nLAUNCH_MODE=\nLAUNCH_MODE=Legacy\n", "advanced", none,
+         true},
+        {"SHOW_START=true\nLAUNCH_MODE=x\nLAUNCH_MODE=patch", "patch", none, true},
+
+        // Passed over: indented, commented, misspelt; left as it was: an empty value.
+        {"SHOW_START=true\n\n JVM_HOME=C:\\1\n\tJVM_HOME=C:\\1\n#JVM_HOME=C:\\1\nJVM_HOME =C:\\1\n"
+         "jvm_home=C:\\1\nJVM_HOME\nJVM_HOMES=C:\\1\nX=\nJVM_HOME=\nRULE_FILE=\n"
+         "QUORVEL_PROPERTIES_FILE= \nQUORVEL_NATIVE_AGENT=\nJVM_OPTIONS=\nIGNORE_OPTIONS=\n",
+         "advanced", none},
+        {"SHOW_START=true\nJVM_HOME=C:\\1\nJVM_HOME=\"C:\\J\"\nJVM_HOME= \nQUORVEL_HOME=q\n"
+         "QUORVEL_HOME=\\\\server\\share\\. \r\n CONTAINER_HOME=x\n",
+         "advanced",
+         "   jvm_home:                             C:\\L\\\"C:\\J\"\n"
+         "   quorvel_home:                         C:\\L\\server\\share\n"},
+
+        // Repeated lists gather their entries and show the last value.
+        {"SHOW_START=true\nIGNORE_OPTIONS=-Xa=-Xb\nIGNORE_OPTIONS=-Xc\nLAUNCH_MODE=secure\n"
+         "ALLOW_VM_OPTIONS=a.b\nALLOW_VM_OPTIONS==c.d=\nNON_PATH_OPTIONS=gone\nNON_PATH_OPTIONS=\n",
+         "secure",
+         "   allow_vm_properties_value:            =c.d=\n"
+         "        allow_vm_properties_option(LLM): -Dcom.quorvel.AllowVMProperties==c.d=\n"
+         "        allow_vm_properties_array[ 0 ]:  a.b\n"
+         "        allow_vm_properties_array[ 1 ]:  c.d\n"
+         "   ignore_properties_value:            -Xc\n"
+         "        ignore_properties_array[ 0 ]:  -Xa\n"
+         "        ignore_properties_array[ 1 ]:  -Xb\n"
+         "        ignore_properties_array[ 2 ]:  -Xc\n"},
+
+        // Quoted lists lose their first and last character whatever it is.
+        {"SHOW_START=true\nJVM_OPTIONS=-Xmx1g\nJVM_OPTIONS=\"-a\"  \"-b\"\n"
+         "JVM_OPTIONS=\"-c\" \"\" \"-d\n"
+         "CONTAINER_OPTIONS=\"\nCONTAINER_OPTIONS=\"-e\"\t\"-f\" \"-g\" "
+         "\"\nCONTAINER_OPTIONS=\"\"\n",
+         "advanced",
+         "   jvm_options_value:                    \"-c\" \"\" \"-d\n"
+         "        jvm_options_array[ 0 ]:          Xmx1\n"
+         "        jvm_options_array[ 1 ]:          -a\"  \"-b\n"
+         "        jvm_options_array[ 2 ]:          -c\n"
+         "        jvm_options_array[ 3 ]:          -\n"
+         "   container_options_value:              \"\"\n"
+         "        container_options_array[ 0 ]:    -e\"\t\"-f\n"
+         "        container_options_array[ 1 ]:    -g\n"},
+
+        // A line of more than 99999 characters is a line of that many and another.
+        {"SHOW_START=true\nIGNORE_OPTIONS=" + long_name + "JVM_HOME=C:\\1\n", "advanced",
+         "   jvm_home:                             C:\\1\n"
+         "   ignore_properties_value:            " +
+             long_name + "\n        ignore_properties_array[ 0 ]:  " + long_name + "\n"},
+    };
+    for (const auto &row : rows) {
+        const outcome result = run_with(row.configuration);
+        const std::string trace = after_banner(result);
+        EXPECT_EQ(trace.substr(0, trace.find("INPUT COMMAND:\n")),
+                  dump_of(row.mode, here(row.properties)));
+        const std::string warning = "WARNING: LAUNCH_MODE must be one of the following [advanced, "
+                                    "legacy, patch, secure, ri], defaulting to '" +
+                                    row.mode + "'\n";
+        EXPECT_EQ(result.output.rfind(warning), row.mode_rejected ? 0 : std::string::npos);
+        EXPECT_EQ(result.errors, "");
+        EXPECT_EQ(result.status, STATUS_MINUS_1);
+    }
+}
+
+TEST_F(launcher, is_silent_with_tracing_off) {
+    const std::string start = "LAUNCH_MODE=ri\nJVM_HOME=C:\\J\n";
+    for (const char *value : {"True\n", "1\n", "\n", "false\n", "t rue\n"}) {
+        const outcome result =
+            run_with(start + "LOG_FILE_OR_DIR=C:\\work\\log.txt\nSHOW_START=" + value);
+        EXPECT_EQ(result.output, report("C:\\J\\bin\\java.exe", {}));
+        EXPECT_EQ(result.errors, "");
+        EXPECT_EQ(fs::file_size(on_disk("C:\\work\\log.txt")), 0u);
+    }
+    for (const char *homes : {"", "JVM_HOME=C:\\no\n", "CONTAINER_HOME=C:\\C\nJVM_HOME=C:\\J\n"}) {
+        const outcome result = run_with(homes);
+        EXPECT_EQ(result.output + result.errors, "");
+        EXPECT_EQ(result.status, STATUS_MINUS_1);
+    }
+    fs::remove(on_disk("C:\\L\\launcher.cfg"));
+    const outcome unconfigured = run_launcher("C:\\L\\bin\\java.exe", {});
+    EXPECT_EQ(unconfigured.output + unconfigured.errors, "");
+    EXPECT_EQ(unconfigured.status, STATUS_MINUS_1);
+}
+
+TEST_F(launcher, names_a_log_file_after_clock_and_process) {
+    put_folder("C:\\L\\logs");
+    const auto before = std::chrono::system_clock::now();
+    const outcome result =
+        run_with("LOG_FILE_OR_DIR=first.txt\nLOG_FILE_OR_DIR=logs\\\nSHOW_START=true\n");
+    const auto milliseconds =
+        std::chrono::duration_cast<std::chrono::milliseconds>(before.time_since_epoch());
+    ASSERT_EQ(std::distance(fs::directory_iterator(on_disk("C:\\L\\logs")), {}), 1);
+    const fs::path file = fs::directory_iterator(on_disk("C:\\L\\logs"))->path();
+    const std::string name = to_text(file.filename());
+    unsigned stamp = 0, process_id = 0;
+    ASSERT_EQ(sscanf(name.c_str(), "jlp_ts%u_pid%u.log", &stamp, &process_id), 2) << name;
+    // A difference of 32 bits, so that it holds when the clock wraps around in between.
+    EXPECT_LT(stamp - static_cast<uint32_t>(milliseconds.count()), 60000u);
+    EXPECT_EQ(process_id, result.process_id);
+    EXPECT_EQ(read_file(file), result.output);
+    EXPECT_EQ(fs::file_size(on_disk("C:\\L\\first.txt")), 0u);
+}
+
+TEST_F(launcher, ends_when_the_log_cannot_be_opened) {
+    const struct {
+        const char *value, *path;
+    } rows[] = {{"", ""}, {"no\\log.txt", "C:\\L\\no\\log.txt"}, {"C:\\no\\..\\no\\", "C:\\no\\"}};
+    for (const auto &row : rows) {
+        const outcome result =
+            run_with(std::string("SHOW_START=true\nLOG_FILE_OR_DIR=") + row.value + "\n");
+        EXPECT_EQ(result.output, "");
+        EXPECT_EQ(result.errors,
+                  here(std::string("Error! Could not open log_file_path: ") + row.path + "\n"));
+        EXPECT_EQ(result.status, STATUS_MINUS_1);
+    }
+}

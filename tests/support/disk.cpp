@@ -1,0 +1,53 @@
+#include "tests/support/disk.h"
+
+#include <cstdlib>
+#include <fstream>
+#include <iterator>
+
+namespace {
+
+const fs::path &root() {
+    static const fs::path folder = fs::current_path() / "disk";
+    return folder;
+}
+
+std::string replaced(std::string text, const std::string &from, const std::string &to) {
+    for (size_t at = 0; (at = text.find(from, at)) != std::string::npos; at += to.size()) {
+        text.replace(at, from.size(), to);
+    }
+    return text;
+}
+
+} // namespace
+
+void make_disk() {
+    fs::remove_all(root());
+    fs::create_directories(root());
+    static std::string drive = "QVL_HOST_DRIVE_C=" + to_text(root());
+    putenv(drive.data());
+}
+
+std::string here(std::string text) {
+    return on_windows ? replaced(std::move(text), "C:\\", to_text(root()) + "\\") : text;
+}
+
+fs::path on_disk(const std::string &windows_path) {
+    const std::string path = windows_path.substr(3);
+    return root() / to_path(on_windows ? path : replaced(path, "\\", "/"));
+}
+
+void put_file(const std::string &windows_path, const std::string &content) {
+    const fs::path file = on_disk(windows_path);
+    fs::create_directories(file.parent_path());
+    std::ofstream(file, std::ios::binary) << content;
+}
+
+void put_folder(const std::string &windows_path) {
+    fs::create_directories(on_disk(windows_path));
+}
+
+std::string read_file(const fs::path &file) {
+    std::ifstream stream(file, std::ios::binary);
+    const std::string text{std::istreambuf_iterator<char>(stream), {}};
+    return on_windows ? replaced(text, "\r\n", "\n") : text;
+}

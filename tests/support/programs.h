@@ -1,0 +1,40 @@
+#ifndef TESTS_SUPPORT_PROGRAMS_H
+#define TESTS_SUPPORT_PROGRAMS_H
+
+// Programs as a test starts and ends them; the bodies differ by system.
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "tests/support/disk.h"
+
+// What a program's status -1 arrives as: all 32 bits, or the 8 of a Unix process.
+extern const uint32_t STATUS_MINUS_1;
+
+struct program {
+    fs::path file;
+    std::vector<std::string> arguments; // without double quotes of their own
+    fs::path folder;                    // where it starts; where its three streams' files stand
+};
+
+// Starts it with the streams "in", "out" and "err" of its folder ("in" may be missing: empty input)
+// and returns its process id; 0 when it cannot be started.
+uint32_t start(const program &what);
+
+// Waits for the end of a program of start() and returns its exit code.
+uint32_t wait_for_end(uint32_t process_id);
+
+// Ends any process by force.
+void end_by_force(uint32_t process_id);
+bool is_running(uint32_t process_id);
+
+// An empty value removes the variable.
+void set_environment(const std::string &name, const std::string &value);
+
+// Of the running program itself.
+uint32_t own_process_id();
+fs::path own_file();
+std::string own_command_line();
+
+#endif

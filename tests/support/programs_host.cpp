@@ -1,0 +1,71 @@
+#include "tests/support/programs.h"
+
+#include <csignal>
+#include <cstdlib>
+#include <fcntl.h>
+#include <fstream>
+#include <spawn.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+const uint32_t STATUS_MINUS_1 = 255;
+
+uint32_t start(const program &what) {
+    std::vector<char *> arguments = {const_cast<char *>(what.file.c_str())};
+    for (const std::string &argument : what.arguments) {
+        arguments.push_back(const_cast<char *>(argument.c_str()));
+    }
+    arguments.push_back(nullptr);
+    posix_spawn_file_actions_t actions;
+    posix_spawn_file_actions_init(&actions);
+    posix_spawn_file_actions_addchdir_np(&actions, what.folder.c_str());
+    posix_spawn_file_actions_addopen(
+        &actions, 0, fs::exists(what.folder / "in") ? "in" : "/dev/null", O_RDONLY, 0);
+    posix_spawn_file_actions_addopen(&actions, 1, "out", O_WRONLY | O_CREAT | O_TRUNC, 0666);
+    posix_spawn_file_actions_addopen(&actions, 2, "err", O_WRONLY | O_CREAT | O_TRUNC, 0666);
+    pid_t id = 0;
+    const int failed =
+        posix_spawn(&id, what.file.c_str(), &actions, nullptr, arguments.data(), environ);
+    posix_spawn_file_actions_destroy(&actions);
+    return failed ? 0 : static_cast<uint32_t>(id);
+}
+
+uint32_t wait_for_end(uint32_t process_id) {
+    int status = 0;
+    waitpid(static_cast<pid_t>(process_id), &status, 0);
+    return static_cast<uint32_t>(WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status));
+}
+
+void end_by_force(uint32_t process_id) {
+    kill(static_cast<pid_t>(process_id), SIGKILL);
+}
+
+// A zombie has ended, whether or not somebody has asked for its status.
+bool is_running(uint32_t process_id) {
+    std::ifstream stat("/proc/" + std::to_string(process_id) + "/stat");
+    std::string text;
+    std::getline(stat, text);
+    return !text.empty() && text[text.rfind(')') + 2] != 'Z';
+}
+
+void set_environment(const std::string &name, const std::string &value) {
+    value.empty() ? unsetenv(name.c_str()) : setenv(name.c_str(), value.c_str(), 1);
+}
+
+uint32_t own_process_id() {
+    return static_cast<uint32_t>(getpid());
+}
+
+fs::path own_file() {
+    return fs::read_symlink("/proc/self/exe");
+}
+
+std::string own_command_line() {
+    std::ifstream file("/proc/self/cmdline", std::ios::binary);
+    std::string text{std::istreambuf_iterator<char>(file), {}};
+    text.pop_back();
+    for (char &byte : text) {
+        byte = byte == '\0' ? ' ' : byte;
+    }
+    return text;
+}
