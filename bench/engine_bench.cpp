@@ -29,12 +29,12 @@ struct command_line {
     size_t bytes = 0;
 };
 
-// The folder that stands for drive C:, with the launcher home and its libraries.
+// The folder that stands for drive C:, with the launcher home and a library for each path.
 const fs::path &drive() {
     static const fs::path folder = [] {
         fs::path made = fs::temp_directory_path() / ("bench" + std::to_string(getpid()));
         fs::create_directories(made / "L/lib");
-        for (int i = 0; i < 1000; i++) {
+        for (int i = 0; i < 2000; i++) {
             std::ofstream(made / "L/lib" / ("library" + std::to_string(i) + ".jar"));
         }
         setenv("QVL_HOST_DRIVE_C", made.c_str(), 1);
@@ -48,7 +48,7 @@ const fs::path &drive() {
 command_line make_command_line(size_t count, bool with_paths) {
     command_line made;
     for (size_t i = 0; i < count; i++) {
-        const std::string number = std::to_string(i % 1000);
+        const std::string number = std::to_string(i / 5);
         std::string arg;
         if (i == count * 9 / 10) {
             arg = "com.example.Main";

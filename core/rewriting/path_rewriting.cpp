@@ -1,6 +1,7 @@
 #include "core/rewriting/path_rewriting.h"
 
 #include <cstring>
+#include <optional>
 
 #include "core/config_text.h"
 #include "core/jlp_vars.h"
@@ -11,13 +12,15 @@
 
 namespace {
 
-// What the paths of one list have in common.
+// What the paths of a list have in common, or of all lists of a command line.
 struct path_list_walk {
     text_ptr current_dir{current_directory()};
     path_prefixes known;
     text_buffer query;
     text_buffer absolute;
 };
+
+std::optional<path_list_walk> shared_walk;
 
 // "C:" of a path with a drive, else empty.
 std::string_view drive_of(std::string_view path) {
@@ -157,7 +160,8 @@ void rewrite_list(std::string_view paths, std::string_view old_home, const char 
                   text_buffer &list) {
     const bool has_commas_alone = paths.find(path_separator) == std::string_view::npos;
     const char separator = has_commas_alone ? ',' : path_separator;
-    path_list_walk walk;
+    std::optional<path_list_walk> own_walk;
+    path_list_walk &walk = shared_walk ? *shared_walk : own_walk.emplace();
     while (true) {
         const size_t length = paths.find(separator);
         const bool is_last = length == std::string_view::npos;
@@ -214,4 +218,12 @@ char *replace_char(char *text, char from, char to) {
         }
     }
     return text;
+}
+
+shared_disk_queries::shared_disk_queries() {
+    shared_walk.emplace();
+}
+
+shared_disk_queries::~shared_disk_queries() {
+    shared_walk.reset();
 }
