@@ -18,13 +18,16 @@ apt_install() {
         apt-get install -y -qq --no-install-recommends "$@" </dev/null >>build/log/apt.log 2>&1
 }
 
-# install_missing <command or /file>:<package> ...: installs the packages whose command or file is not
-# there. One that cannot be had does not keep the others away; the caller looks at what is there.
+# install_missing <command or /pattern of files>:<package> ...: installs the packages whose command or
+# file is not there. One that cannot be had does not keep the others away; the caller looks at what is there.
 install_missing() {
     local pair thing packages=()
     for pair in "$@"; do
         thing=${pair%%:*}
-        have "$thing" || [[ $thing == /* && -e $thing ]] || packages+=("${pair#*:}")
+        case $thing in
+        /*) compgen -G "$thing" >/dev/null ;;
+        *) have "$thing" ;;
+        esac || packages+=("${pair#*:}")
     done
     [ ${#packages[@]} -gt 0 ] || return 0
     mkdir -p build/log

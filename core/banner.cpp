@@ -3,16 +3,13 @@
 #include <cstring>
 #include <ctime>
 
-#include "jli/jli_util.h"
+#include "jli/text.h"
 
 const char *const label = "QUORVEL_VERSION=";
 const char *const version = QVL_VERSION;
 
 void just_to_add_version_to_binary() {
-    char *joined = static_cast<char *>(JLI_MemAlloc(1000));
-    joined[0] = '\0';
-    strcat(strcat(joined, label), version);
-    JLI_MemFree(joined);
+    const text_ptr joined = format_text("%s%s", label, version);
 }
 
 void display_banner() {

@@ -84,7 +84,8 @@ void process_single_arg_for_advanced(const char *arg, char **host, int *host_cou
     }
 }
 
-void apply_configured_container_options(char **, int *, char **host, int *host_count) {
+void apply_configured_container_options(char ** /*guest*/, int * /*guest_count*/, char **host,
+                                        int *host_count) {
     // An option of "_JAVA_OPTIONS" that ends the options would start the same again, without end.
     static bool is_running = false;
     if (is_running) {

@@ -17,10 +17,10 @@ namespace {
 template <size_t Size>
 class prefix_table {
 public:
-    constexpr prefix_table(const char *const (&table)[Size], size_t common)
-        : common_length(common) {
+    constexpr prefix_table(const char *const (&table)[Size], std::string_view common)
+        : common_length(common.size()) {
         for (size_t i = 0; i < Size - 1; i++) {
-            entries[i] = table[i] + common;
+            entries[i] = table[i] + common_length;
             hashed_length = std::min(hashed_length, entries[i].size());
         }
         first_with.fill(NONE);
@@ -63,11 +63,11 @@ private:
     std::array<unsigned char, 256> first_with{};
 };
 
-constexpr prefix_table ALWAYS_IGNORED(IGNORE_ARGS, strlen("-Xshare:"));
-constexpr prefix_table OBSOLETE(JVM_11_OBSOLETE_HOST_ARGS, strlen("-"));
-constexpr prefix_table OBSOLETE_X(JVM_11_OBSOLETE_HOST_X_ARGS, strlen("-X"));
-constexpr prefix_table OBSOLETE_XX(JVM_11_OBSOLETE_HOST_XX_ARGS, strlen("-XX:"));
-constexpr prefix_table OBSOLETE_XX_FLAGS(JVM_11_OBSOLETE_HOST_XX_BOOL_ARGS, 0);
+constexpr prefix_table ALWAYS_IGNORED(IGNORE_ARGS, "-Xshare:");
+constexpr prefix_table OBSOLETE(JVM_11_OBSOLETE_HOST_ARGS, "-");
+constexpr prefix_table OBSOLETE_X(JVM_11_OBSOLETE_HOST_X_ARGS, "-X");
+constexpr prefix_table OBSOLETE_XX(JVM_11_OBSOLETE_HOST_XX_ARGS, "-XX:");
+constexpr prefix_table OBSOLETE_XX_FLAGS(JVM_11_OBSOLETE_HOST_XX_BOOL_ARGS, "");
 
 bool begins_with_entry(std::string_view text, char *const *entries, int count) {
     for (int i = 0; i < count; i++) {

@@ -27,9 +27,9 @@ void release_slots(path_prefix *slots, size_t count) {
 }
 
 size_t hash_of(std::string_view path) {
-    size_t hash = 14695981039346656037u; // FNV-1a
+    size_t hash = 14695981039346656037U; // FNV-1a
     for (const char c : path) {
-        hash = (hash ^ static_cast<unsigned char>(c)) * 1099511628211u;
+        hash = (hash ^ static_cast<unsigned char>(c)) * 1099511628211U;
     }
     return hash;
 }

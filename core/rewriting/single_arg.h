@@ -9,13 +9,13 @@ extern "C" {
  * class an argument file is expanded, and its arguments are rewritten in its place; where it gives
  * no list (arg_files.h) it is dropped. The lists and flags are as for
  * process_single_arg_for_advanced. */
-void process_single_arg(const char *arg, char **lhs, int *lhs_count, char **rhs, int *rhs_count,
-                        int *main_class_found, int *expect_classpath_value,
+void process_single_arg(const char *arg, char **leading, int *leading_count, char **trailing,
+                        int *trailing_count, int *main_class_found, int *expect_classpath_value,
                         int *expect_module_value, int *rule_file_arg_added);
 
 /* The same without argument files: hands the argument to the function of the launch mode. */
-void process_single_arg_for_launch_mode(const char *arg, char **lhs, int *lhs_count, char **rhs,
-                                        int *rhs_count, int *main_class_found,
+void process_single_arg_for_launch_mode(const char *arg, char **leading, int *leading_count,
+                                        char **trailing, int *trailing_count, int *main_class_found,
                                         int *expect_classpath_value, int *expect_module_value,
                                         int *rule_file_arg_added);
 

@@ -19,7 +19,8 @@ bool is_blank(char c) {
 bool has_dot(std::string_view name) {
     size_t dot = name.rfind('.');
     size_t separator = name.find_last_of("\\/");
-    return dot != name.npos && (separator == name.npos || dot > separator);
+    return dot != std::string_view::npos &&
+           (separator == std::string_view::npos || dot > separator);
 }
 
 // Looks for the file that the first `length` bytes of the buffer name. The buffer has room for the

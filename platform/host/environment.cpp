@@ -46,6 +46,13 @@ const char *find_value(const char *name) {
     return value;
 }
 
+void release_entries(char **list) {
+    for (char **entry = list; *entry != nullptr; entry++) {
+        free(*entry);
+    }
+    free(list);
+}
+
 bool copy_environment() {
     if (changed_environment != nullptr) {
         return true;
@@ -55,7 +62,8 @@ bool copy_environment() {
     for (size_t i = 0; copy != nullptr && i < count; i++) {
         copy[i] = strdup(environ[i]);
         if (copy[i] == nullptr) {
-            return false;
+            release_entries(copy);
+            copy = nullptr;
         }
     }
     changed_environment = copy;

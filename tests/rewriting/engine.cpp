@@ -1,0 +1,125 @@
+#include "tests/rewriting/engine.h"
+
+#include <cstdlib>
+#include <list>
+#include <sstream>
+
+#include "core/jlp_utils.h"
+#include "core/state_arrays.h"
+#include "jli/text.h"
+#include "platform/windows_services.h"
+
+namespace {
+
+texts split_at(const std::string &text, const std::string &separator) {
+    texts parts;
+    for (size_t start = 0, end = 0; end != std::string::npos; start = end + separator.size()) {
+        end = text.find(separator, start);
+        parts.push_back(text.substr(start, end - start));
+    }
+    return parts;
+}
+
+// The opposite of here().
+std::string there(std::string text) {
+    const std::string folder = on_disk("C:\\").string();
+    for (size_t at = 0; on_windows && (at = text.find(folder, at)) != std::string::npos;) {
+        text.replace(at, folder.size(), "C:\\");
+    }
+    return text;
+}
+
+std::string joined(char *const *entries, int count) {
+    std::string text;
+    for (int i = 0; i < count; i++) {
+        text += (i > 0 ? "|" : "") + std::string(entries[i]);
+    }
+    return there(text);
+}
+
+void forget_configuration() {
+    for (char **text :
+         {&launcher_home, &launch_mode, &container_home, &jvm_home, &quorvel_home, &rule_file,
+          &rule_file_arg, &quorvel_properties_file, &quorvel_properties_arg, &quorvel_library_path,
+          &allow_vm_properties_option, &launcher_path_arg, &new_mem_val_as_str}) {
+        release_text(text);
+    }
+    for (auto &[array, count] : {std::pair{non_path_options_array, &non_path_options_count},
+                                 {allow_vm_properties_array, &allow_vm_properties_count},
+                                 {ignore_properties_array, &ignore_properties_count},
+                                 {jvm_options_array, &jvm_options_count},
+                                 {container_options_array, &container_options_count},
+                                 {processedArg, &processedArgCount},
+                                 {newPathList, &newPathListCount}}) {
+        release_entries(array, count);
+    }
+    lhs_count = rhs_count = 0;
+}
+
+} // namespace
+
+std::vector<texts> rows_of(const std::string &table) {
+    std::vector<texts> rows;
+    for (const std::string &line : split_at(table, "\n")) {
+        if (!line.empty() && line[0] != '#') {
+            rows.push_back(split_at(line, "->"));
+            for (std::string &column : rows.back()) {
+                column = trimmed(column);
+            }
+        }
+    }
+    return rows;
+}
+
+texts entries_of(const std::string &list) {
+    return list.empty() ? texts() : split_at(list, "|");
+}
+
+void start(const std::string &how, const std::string &config) {
+    std::string mode;
+    int host = 0;
+    int guest = 0;
+    std::istringstream(how) >> mode >> host >> guest;
+    put_file("C:\\L\\launcher.cfg", "LAUNCH_MODE=" + mode + '\n' +
+                                        here("CONTAINER_HOME=C:\\C\nJVM_HOME=C:\\J\n"
+                                             "QUORVEL_HOME=C:\\Q\n" +
+                                             config + '\n'));
+    forget_configuration();
+    assign_text(&launcher_home, here("C:\\L"));
+    is_native_invocation = mode == "native";
+    load_config_file();
+    is_host_java_9_plus = host >= 9;
+    is_guest_java_9_plus = guest >= 9;
+}
+
+void rewrite(const std::string &args) {
+    texts entries = entries_of(here(args));
+    std::vector<char *> argv;
+    for (std::string &entry : entries) {
+        argv.push_back(entry.data());
+    }
+    parse_arguments(static_cast<int>(argv.size()), argv.data());
+}
+
+std::string host_list() {
+    return joined(lhs, lhs_count);
+}
+
+std::string guest_list() {
+    return joined(rhs, rhs_count);
+}
+
+void set_variable(const std::string &name, const std::string &value) {
+    static std::list<std::string> kept;
+    const bool removed = value.empty() && !on_windows; // there "NAME=" removes, here "NAME"
+    kept.push_back(removed ? name : name + '=' + here(value));
+    putenv(kept.back().data());
+    SetEnvironmentVariableA(name.c_str(), value.empty() ? nullptr : here(value).c_str());
+}
+
+std::string child_variable(const std::string &name) {
+    std::string value(100000, '\0');
+    SetLastError(0);
+    value.resize(GetEnvironmentVariableA(name.c_str(), value.data(), 100000));
+    return value.empty() && GetLastError() != 0 ? "(unset)" : there(value);
+}
