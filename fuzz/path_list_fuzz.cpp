@@ -86,6 +86,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size) {
     if (size == 0 || size > LONGEST_INPUT) {
         return 0;
     }
+    static const std::string start_folder = fs::current_path().string();
     require(chdir((disk() / FOLDERS[data[0] % 4]).c_str()) == 0);
     const std::string home = HOMES[data[0] / 4 % 4];
     const char delimiter = data[0] / 16 % 2 == 0 ? '=' : ':';
@@ -106,5 +107,6 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size) {
     const size_t start = has_name ? delimiter_at + 1 : 0;
     require(result == text.substr(0, start) + moved_list(text.substr(start), home, trace));
     release_entries(newPathList, &newPathListCount);
+    require(chdir(start_folder.c_str()) == 0); // the fuzzer goes on to its corpus from there
     return 0;
 }
