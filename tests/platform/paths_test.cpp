@@ -51,11 +51,26 @@ TEST(full_path, dots_and_blanks_at_the_end) {
 }
 
 TEST(full_path, drives_and_roots) {
-    expect_full_paths({"C:\\ -> C:\\", "C:/ -> C:\\", "c:\\A\\b -> c:\\A\\b", "C:\\\\a -> C:\\a",
-                       "C:\\a\\..\\..\\b -> C:\\b", "C:\\. -> C:\\", "C:\\x\\.. -> C:\\",
-                       "C: -> ~\\", "C:. -> ~", "c:.. -> C:\\qvl_test", "c:foo -> ~\\foo",
-                       "C:a\\ -> ~\\a\\", "q: -> q:\\", "Q:foo -> Q:\\foo", "Q:..\\foo -> Q:\\foo",
-                       "\\ -> C:\\", "\\x\\y -> C:\\x\\y", "\\..\\x -> C:\\x"});
+    expect_full_paths({"C:\\ -> C:\\",
+                       "C:/ -> C:\\",
+                       "c:\\A\\b -> c:\\A\\b",
+                       "C:\\\\a -> C:\\a",
+                       "C:\\a\\..\\..\\b -> C:\\b",
+                       "C:\\. -> C:\\",
+                       "C:\\x\\.. -> C:\\",
+                       "C: -> ~\\",
+                       "C:. -> ~",
+                       "c:.. -> C:\\qvl_test",
+                       "c:foo -> ~\\foo",
+                       "C:a\\ -> ~\\a\\",
+                       "q: -> q:\\",
+                       "Q:foo -> Q:\\foo",
+                       "Q:..\\foo -> Q:\\foo",
+                       "\\ -> C:\\",
+                       "\\x\\y -> C:\\x\\y",
+                       "\\..\\x -> C:\\x",
+                       "\\:x\\y -> C:\\:x\\y",
+                       "/:\\..\\x -> C:\\x"});
 }
 
 TEST(full_path, shares) {
