@@ -83,6 +83,12 @@ inline void add_piece(new_pieces &pieces, const char *start, const char *end) {
     end_piece(pieces, length);
 }
 
+inline void add_unless_empty(new_pieces &pieces, const char *start, const char *end) {
+    if (start != end) {
+        add_piece(pieces, start, end);
+    }
+}
+
 void drop_pieces(ArgFileContext *context, new_pieces &pieces) {
     pieces.count = 0;
     pieces.size = 0;
@@ -108,6 +114,10 @@ char *end_token(ArgFileContext *context, new_pieces &pieces, const char *anchor,
     char *token = JLI_List_combine(context->pieces);
     drop_pieces(context, pieces);
     return token;
+}
+
+bool is_inside_token(ArgFileState state) {
+    return state == IN_TOKEN || state == IN_QUOTE;
 }
 
 // What an escaped byte stands for.
@@ -136,64 +146,58 @@ char *nextToken(ArgFileContext *context) {
     new_pieces pieces(context->pieces, end);
 
     while ((nextc = end_of_run(nextc, end, state)) < end) {
-        const unsigned char byte = class_of(*nextc);
-        pieces.null_byte_seen |= byte == NULL_BYTE;
+        const unsigned char kind = class_of(*nextc);
         switch (state) {
         case FIND_NEXT:
-            anchor = nextc;
-            state = IN_TOKEN;
-            continue; // with the same byte
         case SKIP_LEAD_WS:
             anchor = nextc;
-            state = IN_QUOTE;
-            continue;
+            state = state == FIND_NEXT ? IN_TOKEN : IN_QUOTE;
+            continue; // with the same byte
         case IN_COMMENT:
             state = FIND_NEXT;
             break;
         case IN_ESCAPE:
-            anchor = nextc + 1;
-            if (byte == LINE_END) {
-                state = SKIP_LEAD_WS;
-            } else {
+            if (kind != LINE_END) {
                 add_byte(pieces, unescaped(*nextc));
-                state = IN_QUOTE;
             }
+            anchor = nextc + 1;
+            state = kind == LINE_END ? SKIP_LEAD_WS : IN_QUOTE;
             break;
         case IN_TOKEN:
-            if (byte == QUOTE) {
-                if (nextc != anchor) {
-                    add_piece(pieces, anchor, nextc);
-                }
+            if (kind == QUOTE) {
+                add_unless_empty(pieces, anchor, nextc);
                 context->quote_char = *nextc;
                 anchor = nextc + 1;
                 state = IN_QUOTE;
-            } else if (byte == COMMENT_SIGN) {
+            } else if (kind == COMMENT_SIGN) {
                 drop_pieces(context, pieces);
                 state = IN_COMMENT;
-            } else if (byte != NULL_BYTE) {
+            } else if (kind == NULL_BYTE) {
+                pieces.null_byte_seen = true;
+            } else {
                 return end_token(context, pieces, anchor, nextc);
             }
             break;
         case IN_QUOTE:
-            if (byte == BACKSLASH) {
+            if (kind == BACKSLASH) {
                 add_piece(pieces, anchor, nextc);
                 state = IN_ESCAPE;
-            } else if (byte == LINE_END) {
+            } else if (kind == LINE_END) {
                 return end_token(context, pieces, anchor, nextc);
             } else if (*nextc == context->quote_char) {
-                if (nextc != anchor) {
-                    add_piece(pieces, anchor, nextc);
-                }
+                add_unless_empty(pieces, anchor, nextc);
                 anchor = nextc + 1;
                 state = IN_TOKEN;
+            } else if (kind == NULL_BYTE) {
+                pieces.null_byte_seen = true;
             }
             break;
         }
         nextc++;
     }
 
-    if ((state == IN_TOKEN || state == IN_QUOTE) && nextc != anchor) {
-        add_piece(pieces, anchor, nextc);
+    if (is_inside_token(state)) {
+        add_unless_empty(pieces, anchor, nextc);
     }
     keep(pieces);
     context->state = state;
@@ -223,7 +227,7 @@ JLI_List readArgFile(FILE *file) {
             add_token(token);
         }
     }
-    if ((context.state == IN_TOKEN || context.state == IN_QUOTE) && context.pieces->size > 0) {
+    if (is_inside_token(context.state) && context.pieces->size > 0) {
         add_token(JLI_List_combine(context.pieces));
     }
     JLI_List_free(context.pieces);

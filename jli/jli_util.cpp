@@ -27,6 +27,11 @@ char *append(char *end, const char *text) {
     return end + length;
 }
 
+bool is_launcher_option(std::string_view arg) {
+    return is_one_of(CLASS_PATH_OPTIONS, arg) || is_one_of(LAUNCHER_MAIN_OPTIONS, arg) ||
+           is_one_of(OTHER_LAUNCHER_OPTIONS, arg);
+}
+
 } // namespace
 
 void *JLI_MemAlloc(size_t size) {
@@ -154,8 +159,7 @@ int IsLauncherMainOption(const char *arg) {
 }
 
 int IsLauncherOption(const char *arg) {
-    return IsClassPathOption(arg) || IsLauncherMainOption(arg) ||
-           is_one_of(OTHER_LAUNCHER_OPTIONS, arg);
+    return is_launcher_option(arg);
 }
 
 int IsModuleOption(const char *arg) {
@@ -172,7 +176,8 @@ int IsLongFormModuleOption(const char *arg) {
 }
 
 int IsWhiteSpaceOption(const char *arg) {
-    return IsModuleOption(arg) || IsLauncherOption(arg);
+    const std::string_view text = arg;
+    return is_one_of(MODULE_OPTIONS, text) || is_launcher_option(text);
 }
 
 void JLI_SetTraceLauncher() {

@@ -1,5 +1,6 @@
 #include "core/rewriting/option_filters.h"
 
+#include <algorithm>
 #include <array>
 #include <cstring>
 #include <iterator>
@@ -11,17 +12,20 @@
 
 namespace {
 
-// A table with its entries chained by the first byte after what they all begin with, in the table's
-// order: an argument meets only those that share this byte.
+// A table with its entries chained, in the table's order, by a hash of as many bytes after what
+// they all begin with as the shortest has: an argument meets only those that share the hash.
 template <size_t Size>
 class prefix_table {
 public:
     constexpr prefix_table(const char *const (&table)[Size], std::string_view common)
         : common_length(common.size()) {
+        for (size_t i = 0; i < Size - 1; i++) {
+            entries[i] = table[i] + common_length;
+            hashed_length = std::min(hashed_length, entries[i].size());
+        }
         first_with.fill(NONE);
         for (size_t i = Size - 1; i-- > 0;) {
-            entries[i] = table[i];
-            unsigned char &first = first_with[static_cast<unsigned char>(table[i][common_length])];
+            unsigned char &first = first_with[hash_of(entries[i])];
             next_with_same[i] = first;
             first = static_cast<unsigned char>(i);
         }
@@ -30,26 +34,30 @@ public:
     // Whether `arg`, which begins with what is common to the entries, begins with one of them.
     bool holds_start_of(const char *arg) const {
         const std::string_view rest(arg + common_length);
-        if (rest.empty()) {
+        if (rest.size() < hashed_length) {
             return false;
         }
-        unsigned char i = first_with[static_cast<unsigned char>(rest.front())];
-        while (i != NONE) {
-            std::string_view entry = entries[i];
-            entry.remove_prefix(common_length);
-            if (rest.starts_with(entry)) {
-                return true;
-            }
+        unsigned char i = first_with[hash_of(rest)];
+        while (i != NONE && !rest.starts_with(entries[i])) {
             i = next_with_same[i];
         }
-        return false;
+        return i != NONE;
     }
 
 private:
     static constexpr unsigned char NONE = 255;
     static_assert(Size <= NONE);
 
+    constexpr unsigned char hash_of(std::string_view text) const {
+        unsigned hash = 0;
+        for (size_t i = 0; i < hashed_length; i++) {
+            hash = 5 * hash + static_cast<unsigned char>(text[i]);
+        }
+        return static_cast<unsigned char>(hash);
+    }
+
     size_t common_length;
+    size_t hashed_length = 8;
     std::array<std::string_view, Size> entries{};
     std::array<unsigned char, Size> next_with_same{};
     std::array<unsigned char, 256> first_with{};

@@ -77,6 +77,12 @@ bool resolve_prefix(path_list_walk &walk, text_buffer &prefix) {
     return true;
 }
 
+// Of the separators at the end of a path the system passes over one, except after a drive: at such
+// a prefix stands nothing, although something may stand below it.
+bool has_surplus_separator(std::string_view prefix) {
+    return prefix.size() > strlen("C:\\\\") && prefix.ends_with("\\\\");
+}
+
 void walk_components(path_list_walk &walk, text_buffer &result) {
     std::string_view rest = walk.absolute.view();
     const std::string_view drive = drive_of(rest);
@@ -95,7 +101,8 @@ void walk_components(path_list_walk &walk, text_buffer &result) {
         append(result, component);
         JLI_TraceLauncher("       path_prefix = %s\n", result.c_str());
         // Below what is missing there is nothing, but "." and ".." lead back.
-        if (exists || component == "." || component == "..") {
+        const bool may_exist = exists || component == "." || component == "..";
+        if (may_exist && !has_surplus_separator(result.view())) {
             exists = resolve_prefix(walk, result);
         }
     }

@@ -36,6 +36,14 @@ strings tokens_in_blocks(const std::string &text, size_t block_size) {
 
 const std::string LONG_LINE(4095, 'x');
 
+std::string repeated(const std::string &text, int times) {
+    std::string all;
+    while (times-- > 0) {
+        all += text;
+    }
+    return all;
+}
+
 const struct {
     std::string text;
     strings tokens;
@@ -74,6 +82,8 @@ const struct {
     {"@x @@x @", {"@x", "@@x", "@"}},
     // Where blocks of 4096 bytes meet
     {LONG_LINE + "yz " + LONG_LINE + "\nw", {LONG_LINE + "yz", LONG_LINE, "w"}},
+    {"'" + repeated(LONG_LINE.substr(4000) + "\\t", 100),
+     {repeated(LONG_LINE.substr(4000) + "\t", 100)}},
     {"#" + LONG_LINE + "y\nz", {"z"}},
     {"#" + LONG_LINE.substr(1) + "\ny", {"y"}},
     {"\"" + LONG_LINE.substr(1) + "\\ty\"", {LONG_LINE.substr(1) + "\ty"}},
@@ -180,19 +190,14 @@ TEST(tokenizer, takes_a_null_byte_for_the_end_of_its_piece) {
 // The counts keep the cost of a file within bounds: in time, of quotes and escapes, in memory, of a
 // token that lies in many blocks.
 TEST(tokenizer, allocates_little_besides_the_tokens) {
-    std::string paths;
-    for (int i = 0; i < 1000; i++) {
-        paths += "-Dpath='C:\\\\Program Files\\\\lib\\\\a.jar';\"C:\\\\b.jar\"\n";
-    }
+    const std::string paths =
+        repeated("-Dpath='C:\\\\Program Files\\\\lib\\\\a.jar';\"C:\\\\b.jar\"\n", 1000);
     size_t allocated = 0;
     EXPECT_EQ(read_back(paths, allocated),
               strings(1000, "-Dpath=C:\\Program Files\\lib\\a.jar;C:\\b.jar"));
     EXPECT_LT(allocated, 1000 + 40 * (paths.size() / 4096 + 1));
 
-    std::string escapes = "\"";
-    for (int i = 0; i < 1 << 20; i++) {
-        escapes += "\\x";
-    }
+    const std::string escapes = "\"" + repeated("\\x", 1 << 20);
     EXPECT_EQ(read_back(escapes + "\"", allocated), strings{std::string(1 << 20, 'x')});
     EXPECT_LT(allocated, 3 * (escapes.size() / 4096));
 }

@@ -113,6 +113,11 @@ TEST(one_argument, is_expanded_unless_expansion_is_over) {
         EXPECT_EQ(preprocessed(row.arg, row.expand_source_opt), row.expected) << row.arg;
         EXPECT_EQ(JLI_GetAppArgIndex(), row.index) << row.arg;
     }
+    start_anew();
+    JLI_InitArgProcessing(0, 1);
+    EXPECT_EQ(preprocessed("@two.args", 0), NONE);
+    JLI_InitArgProcessing(0, 0); // after an argument: a relaunch
+    EXPECT_EQ(preprocessed("@two.args", 0), NONE);
 }
 
 strings expanded(const char *text, const char *variable_name) {

@@ -14,6 +14,9 @@ std::string *caught = nullptr;
 } // namespace
 
 void __wrap_JLI_TraceLauncher(const char *format, ...) {
+    if (caught == nullptr && JLI_IsTraceLauncher() == 0) {
+        return;
+    }
     va_list arguments;
     va_start(arguments, format);
     const text_ptr message = format_text_list(format, arguments);
