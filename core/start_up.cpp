@@ -2,6 +2,7 @@
 
 #include <cstdio>
 #include <cstdlib>
+#include <cstring>
 
 #include "core/jlp_vars.h"
 #include "jli/text.h"
@@ -47,4 +48,12 @@ int set_bin_dir() {
     JLI_TraceLauncher("Error: java executable is expected to be in either the %s or %s folder\n",
                       jre_bin, bin);
     return FAILURE;
+}
+
+int is_launcher_itself(const char *path) {
+    const text_ptr own_path(new_text_buffer());
+    const text_ptr full_path(new_text_buffer());
+    GetModuleFileNameA(nullptr, own_path.get(), TEXT_SIZE);
+    GetFullPathNameA(path, TEXT_SIZE, full_path.get(), nullptr);
+    return strcasecmp(own_path.get(), full_path.get()) == 0 ? 1 : 0;
 }

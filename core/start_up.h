@@ -20,6 +20,9 @@ int is_valid_exe_path(const char *path);
  * \bin. Any other ending is traced and gives FAILURE, with bin_dir empty. */
 int set_bin_dir(void);
 
+/* 1 when `path` is the launcher's own file, by the text of its full path, letter case aside. */
+int is_launcher_itself(const char *path);
+
 #ifdef __cplusplus
 }
 #endif

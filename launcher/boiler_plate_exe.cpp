@@ -70,7 +70,8 @@ int main(int argc, char **argv) {
 
     const text_ptr target = target_path(executable_name.get());
     executable_name.reset();
-    if (!is_file(target.get())) {
+    // A home that is the launcher's own would have it start itself without end.
+    if (!is_file(target.get()) || is_launcher_itself(target.get())) {
         return invalid_command(target.get(), FAILURE);
     }
     argv[0] = processArg(target.get());

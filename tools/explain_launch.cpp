@@ -187,9 +187,15 @@ bool explain_executable() {
         return true;
     }
     const text_ptr target = target_path("java.exe");
-    const bool exists = is_file(target.get());
-    print("\nExecutable\n  %s%s\n", target.get(), exists ? "" : " (missing)");
-    return exists;
+    const text_ptr launcher = format_text("%s%s%s", launcher_home, bin_dir, slash_exe_name);
+    const char *fault = "";
+    if (!is_file(target.get())) {
+        fault = " (missing)";
+    } else if (strcasecmp(full_path_of(target.get()).get(), launcher.get()) == 0) {
+        fault = " (the launcher itself)";
+    }
+    print("\nExecutable\n  %s%s\n", target.get(), fault);
+    return *fault == '\0';
 }
 
 void explain_list(const char *title, char *const *entries, int count, bool one_per_line) {

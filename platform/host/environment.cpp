@@ -1,6 +1,7 @@
 // The environment that children receive. Until the first change it is the process's own; from then
 // on it is a copy, so that getenv() keeps seeing what the process received.
 
+#include "platform/environment.h"
 #include "platform/host/environment.h"
 
 #include <strings.h>
@@ -150,4 +151,8 @@ BOOL SetEnvironmentVariableA(LPCSTR name, LPCSTR value) {
         add_entry(entry);
     }
     return TRUE;
+}
+
+size_t get_environment_value(const char *name, char *buffer, size_t size) {
+    return GetEnvironmentVariableA(name, buffer, static_cast<DWORD>(size));
 }

@@ -55,12 +55,14 @@ const struct {
      "Error: neither bin/java nor jre/bin/java exist in CONTAINER_HOME 'C:\\J'\n"
      "Error: \\jre\\bin/java doesn't exist in CONTAINER_HOME 'C:\\J'\n"},
     {"advanced secure", "jre\\bin", "C J no", "- - -", "", "Error: QUORVEL_HOME directory 'C:\\no' doesn't exist\n"},
+    {"ri", "bin", "- L\\x\\.. -", "- - -", "", "Error: invalid command: C:\\L\\bin\\java.exe\n"}, // itself
     {"ri", "jre\\bin", "- J -", "- - -", "", "Error: invalid command: C:\\J\\jre\\bin\\java.exe\n"},
 
     // From the environment, as it stands there: what the mode needs and the file leaves empty.
     {"advanced legacy", "bin", "- - -", "- - -", "CJQ", "Error: CONTAINER_HOME directory '' doesn't exist\n"},
     {"patch secure", "bin", "- - -", "C no\\..\\no Q", "JQ",
      "Error: JVM_HOME directory 'C:\\no\\..\\no' doesn't exist\n"},
+    {"ri", "bin", "- - -", "- 日本 -", "J", "Error: JVM_HOME directory 'C:\\日本' doesn't exist\n"},
     {"ri", "bin", "- - -", "C - Q", "J", "Error: JVM_HOME directory '' doesn't exist\n"},
     {"advanced legacy", "bin", "- J -", "C\\ no Q\\", "CQ", nullptr},
     {"patch secure", "bin", "no J\\ Q\\", "no no no", "", nullptr},
