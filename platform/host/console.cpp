@@ -15,11 +15,11 @@ void on_signal(int signal_number) {
     }
 }
 
-void handle_signal(int signal_number, void (*handler)(int)) {
+void handle_signal(int signal_number) {
     struct sigaction old_action;
     if (sigaction(signal_number, nullptr, &old_action) == 0 && old_action.sa_handler != SIG_IGN) {
         struct sigaction action = {};
-        action.sa_handler = handler;
+        action.sa_handler = on_signal;
         action.sa_flags = SA_RESTART;
         sigaction(signal_number, &action, nullptr);
     }
@@ -28,17 +28,11 @@ void handle_signal(int signal_number, void (*handler)(int)) {
 } // namespace
 
 BOOL SetConsoleCtrlHandler(PHANDLER_ROUTINE handler, BOOL add) {
-    bool fits = add ? console_handler == nullptr : console_handler == handler;
-    if (handler == nullptr || !fits) {
+    if (handler == nullptr || !add || console_handler != nullptr) {
         return fail_with(ERROR_INVALID_PARAMETER);
     }
-    if (add) {
-        console_handler = handler;
-    }
-    handle_signal(SIGINT, add ? on_signal : SIG_DFL);
-    handle_signal(SIGQUIT, add ? on_signal : SIG_DFL);
-    if (!add) {
-        console_handler = nullptr;
-    }
+    console_handler = handler;
+    handle_signal(SIGINT);
+    handle_signal(SIGQUIT);
     return TRUE;
 }

@@ -88,7 +88,7 @@ char *translate(text_source *source, char *from, char *end) {
         if (c == '\r') {
             if (from < end && *from == '\n') {
                 c = *from++;
-            } else if (from == end && line_feed_follows(source)) {
+            } else if (from == end && !source->ended && line_feed_follows(source)) {
                 c = '\n';
             }
         }

@@ -32,10 +32,6 @@ DWORD GetLastError(void) {
     return last_error;
 }
 
-void SetLastError(DWORD error) {
-    last_error = error;
-}
-
 BOOL fail_with(DWORD error) {
     last_error = error;
     return FALSE;

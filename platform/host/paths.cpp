@@ -188,22 +188,22 @@ size_t current_windows_directory(std::span<char> buffer) {
 }
 
 DWORD GetFullPathNameA(LPCSTR path, DWORD size, LPSTR buffer, LPSTR *file_part) {
+    if (file_part != nullptr) {
+        fail_with(ERROR_INVALID_PARAMETER);
+        return 0;
+    }
     char full[LONGEST_FULL_PATH];
     size_t length = full_path(path, full);
     if (length == 0 || length >= size) {
         return static_cast<DWORD>(length == 0 ? 0 : length + 1);
     }
     memcpy(buffer, full, length + 1);
-    if (file_part != nullptr) {
-        char *last = strrchr(buffer, '\\') + 1;
-        *file_part = *last == '\0' ? nullptr : last;
-    }
     return static_cast<DWORD>(length);
 }
 
 DWORD GetModuleFileNameA(HMODULE module, LPSTR buffer, DWORD size) {
     if (module != nullptr) {
-        fail_with(ERROR_MOD_NOT_FOUND);
+        fail_with(ERROR_INVALID_PARAMETER);
         return 0;
     }
     char program[PATH_MAX];

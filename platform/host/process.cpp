@@ -105,12 +105,12 @@ DWORD WaitForSingleObject(HANDLE process, DWORD milliseconds) {
     if (object == nullptr) {
         return WAIT_FAILED;
     }
-    if (milliseconds != 0 && milliseconds != INFINITE) {
+    if (milliseconds != INFINITE) {
         fail_with(ERROR_INVALID_PARAMETER);
         return WAIT_FAILED;
     }
-    watch_child(object->child, milliseconds == INFINITE);
-    return object->child->has_ended ? WAIT_OBJECT_0 : WAIT_TIMEOUT;
+    watch_child(object->child, true);
+    return WAIT_OBJECT_0;
 }
 
 BOOL GetExitCodeProcess(HANDLE process, DWORD *code) {

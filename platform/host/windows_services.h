@@ -46,7 +46,6 @@ enum {
     ERROR_INVALID_PARAMETER = 87,
     ERROR_INSUFFICIENT_BUFFER = 122,
     ERROR_INVALID_NAME = 123,
-    ERROR_MOD_NOT_FOUND = 126,
     ERROR_BAD_EXE_FORMAT = 193,
     ERROR_ENVVAR_NOT_FOUND = 203,
     ERROR_FILENAME_EXCED_RANGE = 206
@@ -54,11 +53,10 @@ enum {
 
 /* The last failed call's error; a call that succeeds may leave it as it was. */
 DWORD GetLastError(void);
-void SetLastError(DWORD error);
 
 /* ---- Paths and the environment ---- */
 
-/* The program's own path (module: null). Returns its length; a path that does not fit is cut to
+/* The program's own path (`module` is null). Returns its length; a path that does not fit is cut to
  * `size` and ERROR_INSUFFICIENT_BUFFER set. */
 DWORD GetModuleFileNameA(HMODULE module, LPSTR buffer, DWORD size);
 
@@ -68,7 +66,7 @@ DWORD GetModuleFileNameA(HMODULE module, LPSTR buffer, DWORD size);
  * drive; "D:x" from the current directory where that is on D:, else from the root of D:. Letters
  * stay as they are written. Returns the length without the terminator; when the buffer is too
  * small, the size needed with it, the buffer untouched; 0 on failure: nothing but blanks, or a full
- * path of 32767 bytes or more. `file_part`, when not null, receives the last component or null. */
+ * path of 32767 bytes or more. `file_part` must be null (else ERROR_INVALID_PARAMETER). */
 DWORD GetFullPathNameA(LPCSTR path, DWORD size, LPSTR buffer, LPSTR *file_part);
 
 /* The environment that child processes receive; names without regard to letter case. getenv() keeps
@@ -117,7 +115,6 @@ typedef struct {
 #define CREATE_SUSPENDED 0x00000004u
 #define INFINITE 0xFFFFFFFFu
 #define WAIT_OBJECT_0 0x00000000u
-#define WAIT_TIMEOUT 0x00000102u
 #define WAIT_FAILED 0xFFFFFFFFu
 #define STILL_ACTIVE 0x00000103u
 
@@ -142,7 +139,8 @@ BOOL CreateProcessA(LPCSTR application, LPSTR command_line,
 /* Lets a suspended child run. Returns the suspend count as it was, (DWORD)-1 on failure. */
 DWORD ResumeThread(HANDLE thread);
 
-/* Waits for the end of a process: `milliseconds` is 0 (WAIT_TIMEOUT while it runs) or INFINITE. */
+/* Waits for the end of a process: `milliseconds` must be INFINITE (else ERROR_INVALID_PARAMETER).
+ */
 DWORD WaitForSingleObject(HANDLE process, DWORD milliseconds);
 
 /* The exit code, STILL_ACTIVE while the process runs, 128 plus the number of the signal that ended
@@ -208,9 +206,9 @@ typedef BOOL(WINAPI *PHANDLER_ROUTINE)(DWORD event);
 
 enum { CTRL_C_EVENT = 0, CTRL_BREAK_EVENT = 1 };
 
-/* Adds (add: 1) the one handler for Ctrl-C (SIGINT) and Ctrl-Break (SIGQUIT); it returns TRUE for
- * an event that is done with, FALSE for one that takes its default. Signals that the process was
- * started with ignored stay so. Children do not inherit the handler. */
+/* Sets (`add` must be TRUE) the one handler for Ctrl-C (SIGINT) and Ctrl-Break (SIGQUIT); it
+ * returns TRUE for an event that is done with, FALSE for one that takes its default. Signals that
+ * the process was started with ignored stay so. Children do not inherit the handler. */
 BOOL SetConsoleCtrlHandler(PHANDLER_ROUTINE handler, BOOL add);
 
 #ifdef __cplusplus

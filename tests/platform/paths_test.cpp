@@ -1,122 +1,106 @@
-// Full paths, the program's own path and the current directory. The current directory is
-// C:\qvl_test\d.
+// Full paths, kinds of entries and text files.
 
-#include <gtest/gtest.h>
-
-#include <cstdlib>
-#include <cstring>
-#include <filesystem>
-#include <initializer_list>
-#include <memory>
-#include <string>
+#include <cerrno>
+#include <fstream>
 
 #include "platform/files.h"
-#include "platform/windows_services.h"
+#include "tests/platform/children.h"
 
 namespace {
 
-std::string here(const char *rest) {
-    return std::string("C:\\qvl_test\\d") + rest;
-}
-
-// Each row is "path -> full path"; "~" stands for the current directory.
-void expect_full_paths(std::initializer_list<std::string> rows) {
-    for (const std::string &row : rows) {
-        size_t arrow = row.find(" -> ");
-        std::string expected = row.substr(arrow + 4);
-        expected = expected[0] == '~' ? here(expected.c_str() + 1) : expected;
-        std::string last = expected.substr(expected.rfind('\\') + 1);
+void expect_full(std::initializer_list<std::string> table) {
+    for (const auto &[path, expected] : rows(table, "C:\\qvl_test\\d")) {
         char buffer[300];
-        char *part = buffer;
-        DWORD length = GetFullPathNameA(row.substr(0, arrow).c_str(), 300, buffer, &part);
-        EXPECT_EQ(std::string(buffer, length), expected) << row;
-        EXPECT_STREQ(part, last.empty() ? nullptr : last.c_str()) << row;
+        const DWORD length = GetFullPathNameA(path.c_str(), sizeof buffer, buffer, nullptr);
+        EXPECT_EQ(std::string(buffer, length), expected) << path;
     }
 }
 
-TEST(full_path, relative) {
-    expect_full_paths({"a -> ~\\a", "a\\ -> ~\\a\\", "a/b -> ~\\a\\b", "a//b/\\ -> ~\\a\\b\\", ". -> ~", ".\\ -> ~\\",
-                       ".\\a\\.\\b -> ~\\a\\b", "a\\. -> ~\\a", "a\\.. -> ~", "a\\..\\ -> ~\\",
-                       "a\\b\\..\\..\\c -> ~\\c", ".. -> C:\\qvl_test", "..\\..\\..\\.. -> C:\\",
-                       "..\\..\\..\\x -> C:\\x", " a -> ~\\ a", "a b -> ~\\a b", "a*b -> ~\\a*b", "ab:c -> ~\\ab:c",
-                       "\xC3\xA9\xE6\x97\xA5 -> ~\\\xC3\xA9\xE6\x97\xA5"});
+TEST(full_path, is_made_of_the_text_alone) {
+    expect_full({"a -> ~\\a", "a\\ -> ~\\a\\", "a/b -> ~\\a\\b", "a//b/\\ -> ~\\a\\b\\", ". -> ~",
+                 ".\\ -> ~\\", ".\\a\\.\\b -> ~\\a\\b", "a\\. -> ~\\a", "a\\.. -> ~",
+                 "a\\..\\ -> ~\\", "a\\b\\..\\..\\c -> ~\\c", ".. -> C:\\qvl_test",
+                 "..\\..\\..\\.. -> C:\\", "..\\..\\..\\x -> C:\\x", " a -> ~\\ a", "a b -> ~\\a b",
+                 "ab:c -> ~\\ab:c", "\xC3\xA9\xE6\x97\xA5 -> ~\\\xC3\xA9\xE6\x97\xA5"});
+    // Dots and blanks at the end of a component and of the path.
+    expect_full({"a. -> ~\\a", "a . . -> ~\\a", "a. \\b  -> ~\\a. \\b", "a.\\b -> ~\\a\\b",
+                 "a \\b -> ~\\a \\b", "a\\... -> ~\\a\\", "a\\  -> ~\\a\\", "C:\\a\\..  -> C:\\a\\",
+                 "C:\\  -> C:\\", "C:  -> ~\\", ".a -> ~\\.a", "C:\\.. \\x -> C:\\.. \\x"});
+    // Drives and roots.
+    expect_full({"C:\\ -> C:\\", "c:\\A\\b -> c:\\A\\b", "C:\\\\a -> C:\\a",
+                 "C:\\a\\..\\..\\b -> C:\\b", "C:\\. -> C:\\", "C: -> ~\\", "C:. -> ~",
+                 "c:.. -> C:\\qvl_test", "c:foo -> ~\\foo", "C:a\\ -> ~\\a\\", "q: -> q:\\",
+                 "Q:foo -> Q:\\foo", "Q:..\\foo -> Q:\\foo", "\\ -> C:\\", "\\x\\y -> C:\\x\\y",
+                 "\\..\\x -> C:\\x"});
+    // Shares and nothing.
+    expect_full({"\\\\s\\h -> \\\\s\\h", "\\\\s\\h\\ -> \\\\s\\h\\", "//s/h/x//y -> \\\\s\\h\\x\\y",
+                 "\\\\s\\h\\..\\..\\x -> \\\\s\\h\\x", "\\\\s\\h\\.. -> \\\\s\\h\\",
+                 "\\\\s.\\h. -> \\\\s.\\h.", "\\\\?\\C:\\x\\..\\y -> \\\\?\\C:\\y", " -> ",
+                 "   -> "});
 }
 
-TEST(full_path, dots_and_blanks_at_the_end) {
-    expect_full_paths({"a. -> ~\\a", "a . . -> ~\\a", "a. \\b  -> ~\\a. \\b", "a.\\b -> ~\\a\\b", "a \\b -> ~\\a \\b",
-                       "a\\... -> ~\\a\\", "a\\  -> ~\\a\\", "C:\\a\\..  -> C:\\a\\", "C:\\  -> C:\\", "C:  -> ~\\",
-                       ".a -> ~\\.a", "C:\\.. \\x -> C:\\.. \\x"});
-}
-
-TEST(full_path, drives_and_roots) {
-    expect_full_paths({"C:\\ -> C:\\",
-                       "C:/ -> C:\\",
-                       "c:\\A\\b -> c:\\A\\b",
-                       "C:\\\\a -> C:\\a",
-                       "C:\\a\\..\\..\\b -> C:\\b",
-                       "C:\\. -> C:\\",
-                       "C:\\x\\.. -> C:\\",
-                       "C: -> ~\\",
-                       "C:. -> ~",
-                       "c:.. -> C:\\qvl_test",
-                       "c:foo -> ~\\foo",
-                       "C:a\\ -> ~\\a\\",
-                       "q: -> q:\\",
-                       "Q:foo -> Q:\\foo",
-                       "Q:..\\foo -> Q:\\foo",
-                       "\\ -> C:\\",
-                       "\\x\\y -> C:\\x\\y",
-                       "\\..\\x -> C:\\x",
-                       "\\:x\\y -> C:\\:x\\y",
-                       "/:\\..\\x -> C:\\x"});
-}
-
-TEST(full_path, shares) {
-    expect_full_paths({"\\\\s\\h -> \\\\s\\h", "\\\\s\\h\\ -> \\\\s\\h\\", "//s/h/x//y -> \\\\s\\h\\x\\y",
-                       "\\\\s\\h\\..\\..\\x -> \\\\s\\h\\x", "\\\\s\\h\\.. -> \\\\s\\h\\", "\\\\s.\\h. -> \\\\s.\\h.",
-                       "\\\\?\\C:\\x\\..\\y -> \\\\?\\C:\\y"});
-}
-
-TEST(full_path, room_and_failure) {
-    const DWORD needed = static_cast<DWORD>(here("\\x").size()) + 1;
-    for (DWORD size : {DWORD(0), DWORD(1), needed - 1}) {
-        char buffer[100] = "untouched";
-        EXPECT_EQ(GetFullPathNameA("x", size, buffer, nullptr), needed);
-        EXPECT_STREQ(buffer, "untouched");
-    }
-    char buffer[100];
-    EXPECT_EQ(GetFullPathNameA("x", needed, buffer, nullptr), needed - 1);
-    EXPECT_EQ(buffer, here("\\x"));
-    for (const char *path : {static_cast<const char *>(nullptr), "", " ", "   "}) {
-        EXPECT_EQ(GetFullPathNameA(path, sizeof buffer, buffer, nullptr), 0u);
+TEST(full_path, needs_room_for_its_terminator) {
+    constexpr DWORD NEEDED = sizeof "C:\\qvl_test\\d\\x";
+    for (DWORD size : {DWORD(0), NEEDED - 1, NEEDED}) {
+        char buffer[NEEDED] = "untouched";
+        const bool fits = size == NEEDED;
+        EXPECT_EQ(GetFullPathNameA("x", size, buffer, nullptr), fits ? NEEDED - 1 : NEEDED);
+        EXPECT_STREQ(buffer, fits ? "C:\\qvl_test\\d\\x" : "untouched");
     }
 }
 
-TEST(current_directory, is_shown_on_its_drive) {
-    std::unique_ptr<char, decltype(&free)> directory(current_directory(), free);
-    EXPECT_EQ(directory.get(), here(""));
-    std::filesystem::current_path("../..");
-    directory.reset(current_directory());
-    char full[100];
-    GetFullPathNameA("x", sizeof full, full, nullptr);
-    std::filesystem::current_path("qvl_test/d");
-    EXPECT_STREQ(directory.get(), "C:\\");
-    EXPECT_STREQ(full, "C:\\x");
+void expect_kind(entry_kind kind, std::initializer_list<std::string> paths) {
+    for (const std::string &path : paths) {
+        EXPECT_EQ(kind_of(path.c_str()), kind) << path;
+    }
 }
 
-TEST(module_file_name, is_cut_to_the_buffer) {
-    char path[1000];
-    DWORD length = GetModuleFileNameA(nullptr, path, sizeof path);
-    ASSERT_TRUE(is_file(path));
-    EXPECT_EQ(length, strlen(path));
-    EXPECT_EQ(std::string(path + 1, 2), ":\\");
-    for (DWORD size : {length, DWORD(4)}) {
-        char cut[1000];
-        EXPECT_EQ(GetModuleFileNameA(nullptr, cut, size), size);
-        EXPECT_EQ(GetLastError(), DWORD(ERROR_INSUFFICIENT_BUFFER));
-        EXPECT_EQ(std::string(cut, size - 1), std::string(path, size - 1));
+TEST(kind_of, resolves_by_text_and_forgives_one_separator) {
+    expect_kind(entry_kind::missing,
+                {"", " ", " e", "C:", "\\\\", "e\\\\", "e/\\", "e\\..\\\\", "C:\\qvl_test\\d\\\\",
+                 "g.txt\\\\", "g.txt\\x", "g.txt:", "missing", "missing\\", "missing\\.", "e\\*",
+                 "\\\\s\\h\\x", "1:", std::string(5000, 'x')});
+    expect_kind(entry_kind::directory,
+                {"C:\\", "C:/", "C:\\\\", "\\", "C:.", "C:e", ".", "./", "..", "e\\", "e/", "e \\",
+                 "g.txt\\..", "missing\\..", "c:\\qvl_test", "\\qvl_test\\d\\",
+                 "..\\..\\..\\qvl_test", "C:\\\\qvl_test\\\\d//e", "C:\\qvl_test\\x\\..\\d"});
+    expect_kind(entry_kind::file,
+                {"g.txt", "g.txt\\", "g.txt/", "g.txt\\.", "g.txt. .", "missing\\..\\g.txt",
+                 "..\\prog.exe", "C:g.txt", "C:\\..\\qvl_test\\prog.exe"});
+}
+
+TEST(text_file, reads_as_the_windows_runtime) {
+    for (const auto &[bytes, text] :
+         rows({" -> ", "a\r\nb -> a\nb", "a\rb\r\rc -> a\rb\r\rc", "a\r\r\nb -> a\r\nb",
+               "\n\r\n\r -> \n\n\r", "\r -> \r", "a\x1A\r\nb -> a", "\x1A -> ", "a\r\x1A\n -> a\r",
+               "\xFF\r\n -> \xFF\n", "~x\r\ny -> ~x\ny", "~xx\r\ny -> ~xx\ny",
+               "~\r\r\r\ny\r -> ~\r\r\ny\r", "~x\ry -> ~x\ry", "~x\r -> ~x\r", "~x\r\x1Ay -> ~x\r",
+               "~~\x1Ay -> ~~"},
+              std::string(4094, 'x'))) {
+        std::ofstream("t", std::ios::binary) << bytes;
+        for (size_t block : {1u, 2u, 3u, 4096u}) {
+            FILE *file = open_text_file("C:t", "r");
+            char buffer[4096];
+            setvbuf(file, buffer, _IOFBF, block);
+            std::string read;
+            for (int c; (c = getc(file)) != EOF;) {
+                read += static_cast<char>(c);
+            }
+            EXPECT_EQ(read, text) << testing::PrintToString(bytes) << " by " << block;
+            EXPECT_TRUE(feof(file) && getc(file) == EOF && !ferror(file));
+            fclose(file);
+        }
     }
-    EXPECT_EQ(GetModuleFileNameA(nullptr, path, length + 1), length);
+}
+
+TEST(text_file, cannot_be_opened) {
+    for (const char *path : {"", "missing\\x", "1:\\x", "e", ".."}) {
+        for (const char *mode : {"r", "w+"}) {
+            errno = 0;
+            EXPECT_EQ(open_text_file(path, mode), nullptr) << path;
+            EXPECT_EQ(errno, is_directory(path) ? EACCES : ENOENT) << path;
+        }
+    }
 }
 
 } // namespace

@@ -118,7 +118,7 @@ void set_variable(const std::string &name, const std::string &value) {
 
 std::string child_variable(const std::string &name) {
     std::string value(100000, '\0');
-    SetLastError(0);
     value.resize(GetEnvironmentVariableA(name.c_str(), value.data(), 100000));
-    return value.empty() && GetLastError() != 0 ? "(unset)" : there(value);
+    const bool is_set = GetEnvironmentVariableA(name.c_str(), nullptr, 0) != 0;
+    return is_set ? there(value) : "(unset)";
 }
