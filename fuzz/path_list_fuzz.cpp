@@ -53,14 +53,13 @@ const fs::path &disk() {
 
 // What becomes of an element, by the walk that remembers nothing. Its trace is to be found in that
 // of the list, from *at on.
-std::string moved(const std::string &element, const std::string &home, const std::string &trace,
-                  size_t *at) {
+std::string moved(const std::string &element, const std::string &home, const std::string &trace, size_t *at) {
     const plain_walk walk = walk_plainly(element);
     *at = trace.find(walk.trace, *at);
     require(*at != std::string::npos);
     *at += walk.trace.size();
-    const bool is_below = walk.absolute.starts_with(home) && (walk.absolute.size() == home.size() ||
-                                                              walk.absolute[home.size()] == '\\');
+    const bool is_below =
+        walk.absolute.starts_with(home) && (walk.absolute.size() == home.size() || walk.absolute[home.size()] == '\\');
     return is_below ? NEW_HOME + walk.absolute.substr(home.size()) : element;
 }
 
@@ -90,16 +89,13 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size) {
     require(chdir((disk() / FOLDERS[data[0] % 4]).c_str()) == 0);
     const std::string home = HOMES[data[0] / 4 % 4];
     const char delimiter = data[0] / 16 % 2 == 0 ? '=' : ':';
-    const std::string text =
-        std::string(reinterpret_cast<const char *>(data) + 1, size - 1).c_str();
+    const std::string text = std::string(reinterpret_cast<const char *>(data) + 1, size - 1).c_str();
     const size_t delimiter_at = text.find(delimiter);
     const bool has_name = data[0] / 32 % 2 != 0 && delimiter_at != std::string::npos;
 
     const char *result = nullptr;
-    const std::string trace = traced_by([&] {
-        result = replaceLauncherHomeWithRIHome(text.c_str(), home.c_str(), NEW_HOME, has_name,
-                                               delimiter);
-    });
+    const std::string trace = traced_by(
+        [&] { result = replaceLauncherHomeWithRIHome(text.c_str(), home.c_str(), NEW_HOME, has_name, delimiter); });
     require(newPathListCount == 1 && newPathList[0] == result);
     for (size_t i = 0; i < size + 4; i++) {
         require(path_component[i] == nullptr);

@@ -1,0 +1,3 @@
+package java.quorvel;
+
+class Patch {}
