@@ -90,118 +90,99 @@ TEST(option_filters, find_every_entry_of_a_table_and_nothing_else) {
 }
 
 TEST(option_filters, dropped_arguments) {
-    enum { KEPT, OBSOLETE, DROPPED };
-    const struct {
-        const char *arg;
-        int fate;
-    } rows[] = {
-        {"-Xshare:on", DROPPED},
-        {"-Xshare:auto", DROPPED},
-        {"-Xshare:automatic", DROPPED},
-        {"-Xshare:off", KEPT},
-        {"-Xshare:o", KEPT},
-        {"-XX:+UseParNewGC", OBSOLETE},
-        {"-XX:-PrintGCDateStamps", OBSOLETE},
-        {"-XX:PrintGCDateStamps=true", OBSOLETE},
-        {"-XX:PrintGCDateStamps", KEPT},
-        {"-XX:+CMSIncrementalDutyCycle", KEPT},
-        {"-XX:CMSIncrementalDutyCycle=10", OBSOLETE},
-        {"-XX:CMSIncrementalDutyCycleMin=10", OBSOLETE},
-        {"-XX:+PrintTLABX", OBSOLETE},
-        {"-XX:+printtlab", KEPT},
-        {"-XX:ThreadPriorityPolicy=42", OBSOLETE},
-        {"-XX:ThreadPriorityPolicy=420", OBSOLETE},
-        {"-XX:ThreadPriorityPolicy=1", KEPT},
-        {"-XX:hashCode=5", OBSOLETE},
-        {"-XX:\xE4", KEPT},
-        {"-XX:+", KEPT},
-        {"-XX:", KEPT},
-        {"-XX", KEPT},
-        {"-version:1.8", OBSOLETE},
-        {"-version", KEPT},
-        {"-server", OBSOLETE},
-        {"-serverX", OBSOLETE},
-        {"-d64", OBSOLETE},
-        {"-d32", OBSOLETE},
-        {"-jre-restrict-search", OBSOLETE},
-        {"-no-jre-restrict-search", OBSOLETE},
-        {"-Xprof", OBSOLETE},
-        {"-Xprofile", OBSOLETE},
-        {"-Xincgc", OBSOLETE},
-        {"-X", KEPT},
-        {"-", KEPT},
-        {"", KEPT},
-        {"server", KEPT},
-        {"-Dfoo=1", DROPPED},
-        {"-Dfoobar", DROPPED},
-        {"-Dfo", KEPT},
-        {"-XX:-PrintGCID", DROPPED},
-    };
+    const strings dropped = {"-Xshare:on", "-Xshare:auto", "-Xshare:automatic",
+                             "-Dfoo=1",    "-Dfoobar",     "-XX:-PrintGCID"};
+    const strings obsolete = {"-XX:+UseParNewGC",
+                              "-XX:-PrintGCDateStamps",
+                              "-XX:PrintGCDateStamps=true",
+                              "-XX:CMSIncrementalDutyCycle=10",
+                              "-XX:CMSIncrementalDutyCycleMin=10",
+                              "-XX:+PrintTLABX",
+                              "-XX:ThreadPriorityPolicy=42",
+                              "-XX:ThreadPriorityPolicy=420",
+                              "-XX:hashCode=5",
+                              "-version:1.8",
+                              "-server",
+                              "-serverX",
+                              "-d64",
+                              "-d32",
+                              "-jre-restrict-search",
+                              "-no-jre-restrict-search",
+                              "-Xprof",
+                              "-Xprofile",
+                              "-Xincgc"};
+    const strings kept = {"-Xshare:off",
+                          "-Xshare:o",
+                          "-XX:PrintGCDateStamps",
+                          "-XX:+CMSIncrementalDutyCycle",
+                          "-XX:+printtlab",
+                          "-XX:ThreadPriorityPolicy=1",
+                          "-XX:\xE4",
+                          "-XX:+",
+                          "-XX:",
+                          "-XX",
+                          "-version",
+                          "-X",
+                          "-",
+                          "",
+                          "server",
+                          "-Dfo"};
     configure(ignore_properties_array, &ignore_properties_count, {"-Dfoo", "-XX:-PrintGCI"});
-    for (const auto &row : rows) {
-        EXPECT_EQ(traced_by([&] { EXPECT_EQ(is_ignore_property(row.arg, 0), row.fate == DROPPED) << row.arg; }), "");
-        const std::string trace =
-            traced_by([&] { EXPECT_EQ(is_ignore_property(row.arg, 1), row.fate != KEPT) << row.arg; });
-        const std::string line = "Java 11+ Host: ignoring obsolete JVM argument '";
-        EXPECT_EQ(trace, row.fate == OBSOLETE ? line + row.arg + "'\n" : "");
-    }
+    // The dropped are dropped without a word, the obsolete where they are asked for.
+    const auto expect = [](const strings &args, int plainly, int checked, bool is_traced) {
+        for (const std::string &arg : args) {
+            const std::string line = "Java 11+ Host: ignoring obsolete JVM argument '" + arg + "'\n";
+            EXPECT_EQ(traced_by([&] {
+                          EXPECT_EQ(is_ignore_property(arg.c_str(), 0), plainly) << arg;
+                          EXPECT_EQ(is_ignore_property(arg.c_str(), 1), checked) << arg;
+                      }),
+                      is_traced ? line : "");
+        }
+    };
+    expect(dropped, 1, 1, false);
+    expect(obsolete, 0, 1, true);
+    expect(kept, 0, 0, false);
     release_entries(ignore_properties_array, &ignore_properties_count);
-    EXPECT_EQ(is_ignore_property("-Dfoo=1", 1), 0);
+    expect({"-Dfoo=1"}, 0, 0, false);
 }
 
 TEST(option_filters, classes_of_arguments) {
     // One letter for each class: allowed, non-path (the only one that traces), path, boot class
     // path.
     const struct {
-        const char *arg, *classes;
+        const char *classes;
+        strings args;
     } rows[] = {
-        {"-Dapp.home=C:\\x", "N"},
-        {"-Dapp.home2=C:\\y", "N"},
-        {"-Dlast", "N"},
-        {"-Dapp.hom", "P"},
-        {"-DApp.home", "P"},
-        {"-Dother=C:\\x", "P"},
-        {"-D", "P"},
-        {"-dapp.home", ""},
-        {"app.home", ""},
-        {"-Xss1m", ""},
-        {"-Dfoo=1", "AP"},
-        {"-Dfoo.bar=2", "AP"},
-        {"-Dfo=1", "P"},
-        {"-?foo", "A"},
-        {"", ""},
-        {"-Xbootclasspath:", "X"},
-        {"-Xbootclasspath:x.jar", "X"},
-        {"-Xbootclasspath/a:x.jar", "X"},
-        {"-Xbootclasspath/p:", "X"},
-        {"-Xbootclasspath/b:x.jar", ""},
-        {"-Xbootclasspath/a", ""},
-        {"-Xbootclasspath", ""},
-        {"-xbootclasspath:", ""},
+        {"N", {"-Dapp.home=C:\\x", "-Dapp.home2=C:\\y", "-Dlast"}},
+        {"P", {"-Dapp.hom", "-DApp.home", "-Dother=C:\\x", "-D", "-Dfo=1"}},
+        {"AP", {"-Dfoo=1", "-Dfoo.bar=2"}},
+        {"A", {"-?foo"}},
+        {"X", {"-Xbootclasspath:", "-Xbootclasspath/a:x.jar", "-Xbootclasspath/p:"}},
+        {"",
+         {"-dapp.home", "app.home", "-Xss1m", "-Xbootclasspath/b:x.jar", "-Xbootclasspath/a", "-Xbootclasspath",
+          "-xbootclasspath:", "  "}},
     };
     configure(allow_vm_properties_array, &allow_vm_properties_count, {"foo"});
     configure(non_path_options_array, &non_path_options_count, {"app.home", "last"});
     for (const auto &row : rows) {
-        std::string classes;
-        const auto note = [&](char letter, int answer) {
-            EXPECT_TRUE(answer == 0 || answer == 1) << row.arg;
-            classes += answer == 1 ? std::string(1, letter) : "";
-        };
-        const std::string trace = traced_by([&] {
-            note('A', *row.arg != '\0' && is_arg_allowed_vm_property(row.arg));
-            note('N', is_non_path_option(row.arg));
-            note('P', is_possible_path_arg(row.arg));
-            note('X', is_xbootclasspath_arg(row.arg));
-        });
-        EXPECT_EQ(classes, row.classes) << row.arg;
-        const std::string line =
-            "the following arg will not be treated as a path or list of paths '" + std::string(row.arg) + "'\n";
-        EXPECT_EQ(trace, classes == "N" ? line + line : "");
+        for (const std::string &arg : row.args) {
+            std::string classes;
+            const std::string trace = traced_by([&] {
+                classes += is_arg_allowed_vm_property(arg.c_str()) == 1 ? "A" : "";
+                classes += is_non_path_option(arg.c_str()) == 1 ? "N" : "";
+                classes += is_possible_path_arg(arg.c_str()) == 1 ? "P" : "";
+                classes += is_xbootclasspath_arg(arg.c_str()) == 1 ? "X" : "";
+            });
+            EXPECT_EQ(classes, row.classes) << arg;
+            const std::string line = "the following arg will not be treated as a path or list of paths '" + arg + "'\n";
+            EXPECT_EQ(trace, classes == "N" ? line + line : "");
+        }
     }
     release_entries(allow_vm_properties_array, &allow_vm_properties_count);
     release_entries(non_path_options_array, &non_path_options_count);
     EXPECT_EQ(is_arg_allowed_vm_property("-Dfoo"), 0);
     EXPECT_EQ(is_possible_path_arg("-Dapp.home"), 1);
+    EXPECT_EQ(is_possible_path_arg(""), 0);
 }
 
 TEST(option_filters, agents_in_the_new_form) {

@@ -220,68 +220,50 @@ TEST_F(path_rewriting, refuses_what_has_no_room) {
     EXPECT_EQ(absolute("Q:" + std::string(TEXT_SIZE - 3, '\\')).size(), size_t{TEXT_SIZE - 1});
 }
 
-TEST_F(path_rewriting, traces_every_step) {
-    const std::string trace = traced_by([] { moved("-Dx=none/x,Q:\\y", 1); });
-    std::string cwd_walk;
-    const strings folders = elements_of(here("C:\\L"), '\\');
-    std::string prefix = here("C:\\L").substr(0, 2);
-    for (size_t i = 1; i < folders.size(); i++) {
-        cwd_walk += "   path_component[" + std::to_string(i - 1) + "] = " + folders[i] + "\n";
-        cwd_walk += "       path_prefix = " + (i > 1 ? prefix : "") + "\\" + folders[i] + "\n";
-        prefix += "\\" + folders[i];
-        cwd_walk += "       path_prefix_resolved = " + prefix + "\n";
-    }
-    const std::string next = std::to_string(folders.size() - 1);
-    const std::string last = std::to_string(folders.size());
-    EXPECT_EQ(trace, here("TRANSFORMING PATH LIST:\n"
-                          "-----------------------\n"
-                          "   property:  -Dx\n"
-                          "   old_paths: none/x,Q:\\y\n"
-                          "\n"
-                          "RESOLVE PATH:\n"
-                          "-------------\n"
-                          "   old_path: none/x\n"
-                          "   old_path_copy contains forward slashes:      none/x\n"
-                          "   old_path_copy with forward slashes replaced: none\\x\n"
-                          "   cwd = C:\\L\n") +
-                         cwd_walk + "   path_component[" + next + "] = none\n" +
-                         here("       path_prefix = C:\\L\\none\n") + "   path_component[" + last + "] = x\n" +
-                         here("       path_prefix = C:\\L\\none\\x\n"
-                              "   old_path_abs: C:\\L\\none\\x\n"
-                              "\n"
-                              "TRANSFORMING PATH:\n"
-                              "------------------\n"
-                              "   old_path_abs: C:\\L\\none\\x\n"
-                              "   new_path: C:\\R\\none\\x\n"
-                              "\n"
-                              "RESOLVE PATH:\n"
-                              "-------------\n"
-                              "   old_path: Q:\\y\n"
-                              "   path_component[0] = y\n"
-                              "       path_prefix = Q:\\y\n"
-                              "   old_path_abs: Q:\\y\n"
-                              "\n"
-                              "NOT TRANSFORMING PATH:\n"
-                              "----------------------\n"
-                              "   old_path: Q:\\y\n"
-                              "   new_path: Q:\\y\n"
-                              "\n"
-                              "TRANSFORM PATH LIST END:\n"
-                              "------------------------\n"
-                              "   newPathList: -Dx=C:\\R\\none\\x,Q:\\y\n"
-                              "\n"));
+TEST_F(path_rewriting, is_traced) {
+    EXPECT_EQ(traced_by([] { replaceLauncherHomeWithRIHome("-Dx=Q:/L/y,Q:\\z", "Q:\\L", "R", 1, '='); }),
+              "TRANSFORMING PATH LIST:\n"
+              "-----------------------\n"
+              "   property:  -Dx\n"
+              "   old_paths: Q:/L/y,Q:\\z\n"
+              "\n"
+              "RESOLVE PATH:\n"
+              "-------------\n"
+              "   old_path: Q:/L/y\n"
+              "   old_path_copy contains forward slashes:      Q:/L/y\n"
+              "   old_path_copy with forward slashes replaced: Q:\\L\\y\n"
+              "   path_component[0] = L\n"
+              "       path_prefix = Q:\\L\n"
+              "   path_component[1] = y\n"
+              "       path_prefix = Q:\\L\\y\n"
+              "   old_path_abs: Q:\\L\\y\n"
+              "\n"
+              "TRANSFORMING PATH:\n"
+              "------------------\n"
+              "   old_path_abs: Q:\\L\\y\n"
+              "   new_path: R\\y\n"
+              "\n"
+              "RESOLVE PATH:\n"
+              "-------------\n"
+              "   old_path: Q:\\z\n"
+              "   path_component[0] = z\n"
+              "       path_prefix = Q:\\z\n"
+              "   old_path_abs: Q:\\z\n"
+              "\n"
+              "NOT TRANSFORMING PATH:\n"
+              "----------------------\n"
+              "   old_path: Q:\\z\n"
+              "   new_path: Q:\\z\n"
+              "\n"
+              "TRANSFORM PATH LIST END:\n"
+              "------------------------\n"
+              "   newPathList: -Dx=R\\y,Q:\\z\n"
+              "\n");
     EXPECT_TRUE(traced_by([] { moved(""); })
                     .starts_with("TRANSFORMING PATH LIST:\n"
                                  "-----------------------\n"
                                  "   property:  -cp or -classpath\n"
-                                 "   old_paths: \n"
-                                 "\n"
-                                 "RESOLVE PATH:\n"
-                                 "-------------\n"
-                                 "   old_path: \n"
-                                 "   old_path_abs: \n"
-                                 "\n"
-                                 "NOT TRANSFORMING PATH:\n"));
+                                 "   old_paths: \n"));
 }
 
 namespace {
