@@ -19,7 +19,8 @@ apt_install() {
 }
 
 # install_missing <command or /pattern of files>:<package> ...: installs the packages whose command or
-# file is not there. One that cannot be had does not keep the others away; the caller looks at what is there.
+# file is not there. One that cannot be had does not keep the others away; the caller looks at what is
+# there.
 install_missing() {
     local pair thing packages=()
     for pair in "$@"; do

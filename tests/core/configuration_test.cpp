@@ -55,10 +55,9 @@ protected:
     }
 
     static void release_settings() {
-        for (char **text :
-             {&launch_mode, &container_home, &jvm_home, &quorvel_home, &rule_file, &rule_file_arg,
-              &quorvel_properties_file, &quorvel_properties_arg, &quorvel_library_path,
-              &allow_vm_properties_option, &launcher_path_arg, &new_mem_val_as_str}) {
+        for (char **text : {&launch_mode, &container_home, &jvm_home, &quorvel_home, &rule_file, &rule_file_arg,
+                            &quorvel_properties_file, &quorvel_properties_arg, &quorvel_library_path,
+                            &allow_vm_properties_option, &launcher_path_arg, &new_mem_val_as_str}) {
             release_text(text);
         }
     }
@@ -98,8 +97,7 @@ TEST_F(configuration, the_log_file_is_named_by_the_clock) {
     clock_stands_at = {1700000000, 250000};
     load("LOG_FILE_OR_DIR=logs\n");
     clock_stands_at = {};
-    EXPECT_TRUE(fs::exists(
-        on_disk("C:\\L\\logs\\jlp_ts3487918330_pid" + std::to_string(getpid()) + ".log")));
+    EXPECT_TRUE(fs::exists(on_disk("C:\\L\\logs\\jlp_ts3487918330_pid" + std::to_string(getpid()) + ".log")));
     fclose(LOG_FILE_FD);
     LOG_FILE_FD = nullptr;
 }

@@ -18,9 +18,8 @@ protected:
     void SetUp() override { make_disk(); }
 
     void TearDown() override {
-        for (char **text : {&launch_mode, &launcher_home, &container_home, &jvm_home, &quorvel_home,
-                            &rule_file, &rule_file_arg, &quorvel_properties_file,
-                            &quorvel_properties_arg, &quorvel_library_path,
+        for (char **text : {&launch_mode, &launcher_home, &container_home, &jvm_home, &quorvel_home, &rule_file,
+                            &rule_file_arg, &quorvel_properties_file, &quorvel_properties_arg, &quorvel_library_path,
                             &allow_vm_properties_option, &launcher_path_arg, &new_mem_val_as_str}) {
             release_text(text);
         }
@@ -92,8 +91,7 @@ TEST_F(native_invocation, java_9_and_later_have_a_layout_of_their_own) {
             assign_text(&container_home, here("C:\\H"));
             assign_text(&launch_mode, mode);
             EXPECT_EQ(traced_by(init_host_and_guest_versions),
-                      GUEST_TITLE + here(row.trace) +
-                          (*mode == 'p' ? "" : "Guest JVM is Java " + found));
+                      GUEST_TITLE + here(row.trace) + (*mode == 'p' ? "" : "Guest JVM is Java " + found));
             EXPECT_EQ(is_guest_java_9_plus, row.is_java_9_plus);
         }
     }
@@ -112,8 +110,8 @@ TEST_F(native_invocation, homes_that_are_no_folders_are_passed_over) {
 TEST_F(native_invocation, set_up_and_reset) {
     put_file("C:\\L\\launcher.cfg", "LAUNCH_MODE=legacy\nCONTAINER_HOME=C\nQUORVEL_HOME=Q\n");
     put_folder("C:\\L\\C");
-    const std::string trace = traced_by(
-        [] { initialize_jlp_for_native_invocation(here("C:\\L\\JNI\\qvljni.dll").c_str(), 32); });
+    const std::string trace =
+        traced_by([] { initialize_jlp_for_native_invocation(here("C:\\L\\JNI\\qvljni.dll").c_str(), 32); });
     EXPECT_EQ(launcher_home, here("C:\\L"));
     EXPECT_EQ(native_jvm_bits, 64);
     EXPECT_EQ(is_native_invocation, 1);
