@@ -175,10 +175,9 @@ void start_process() {
     LOG_FILE_FD = nullptr;
     is_native_invocation = 0;
     use_advanced_launch_mode = 1;
-    for (int *count : {&non_path_options_count, &allow_vm_properties_count,
-                       &ignore_properties_count, &jvm_options_count, &container_options_count,
-                       &processedArgCount, &newPathListCount, &lhs_count, &rhs_count,
-                       &updated_options_for_var_count, &options_for_quorvel_guest_var_count}) {
+    for (int *count : {&non_path_options_count, &allow_vm_properties_count, &ignore_properties_count,
+                       &jvm_options_count, &container_options_count, &processedArgCount, &newPathListCount, &lhs_count,
+                       &rhs_count, &updated_options_for_var_count, &options_for_quorvel_guest_var_count}) {
         *count = 0;
     }
     firstAppArgIndex = -1;
@@ -193,8 +192,7 @@ void start_process() {
 void load_configuration() {
     const unsigned bits = static_cast<unsigned char>(parts[BITS][0]);
     is_native_invocation = bits % 8 == 7;
-    parts[CONFIG] =
-        std::string("LAUNCH_MODE=") + MODES[bits % 8 % std::size(MODES)] + "\n" + parts[CONFIG];
+    parts[CONFIG] = std::string("LAUNCH_MODE=") + MODES[bits % 8 % std::size(MODES)] + "\n" + parts[CONFIG];
     assign_text(&launcher_home, "C:\\L");
     load_config_file();
     is_host_java_9_plus = (bits & 8) != 0;
