@@ -18,9 +18,8 @@ protected:
     }
 
     static void put_java(const std::string &windows_path) {
-        put_file(windows_path, "");
-        fs::copy_file(own_file().parent_path() / "stand_in_java.exe", on_disk(windows_path),
-                      fs::copy_options::overwrite_existing);
+        fs::create_directories(on_disk(windows_path).parent_path());
+        fs::copy_file(own_file().parent_path() / "stand_in_java.exe", on_disk(windows_path));
     }
 
     // The status and the output of a tool of this build.
