@@ -11,15 +11,6 @@
 
 namespace {
 
-texts split_at(const std::string &text, const std::string &separator) {
-    texts parts;
-    for (size_t start = 0, end = 0; end != std::string::npos; start = end + separator.size()) {
-        end = text.find(separator, start);
-        parts.push_back(text.substr(start, end - start));
-    }
-    return parts;
-}
-
 // The opposite of here().
 std::string there(std::string text) {
     const std::string folder = on_disk("C:\\").string();
@@ -29,49 +20,56 @@ std::string there(std::string text) {
     return text;
 }
 
-std::string joined(char *const *entries, int count) {
-    std::string text;
-    for (int i = 0; i < count; i++) {
-        text += (i > 0 ? "|" : "") + std::string(entries[i]);
-    }
-    return there(text);
-}
-
 void forget_configuration() {
-    for (char **text : {&launcher_home, &launch_mode, &container_home, &jvm_home, &quorvel_home, &rule_file,
-                        &rule_file_arg, &quorvel_properties_file, &quorvel_properties_arg, &quorvel_library_path,
-                        &allow_vm_properties_option, &launcher_path_arg, &new_mem_val_as_str}) {
+    is_native_invocation = 1; // the reset is for no other
+    reset_jlp_for_native_invocation();
+    for (char **text : {&rule_file, &rule_file_arg, &quorvel_properties_file, &quorvel_properties_arg,
+                        &quorvel_library_path, &allow_vm_properties_option}) {
         release_text(text);
     }
-    for (auto &[array, count] : {std::pair{non_path_options_array, &non_path_options_count},
-                                 {allow_vm_properties_array, &allow_vm_properties_count},
-                                 {ignore_properties_array, &ignore_properties_count},
-                                 {jvm_options_array, &jvm_options_count},
-                                 {container_options_array, &container_options_count},
-                                 {processedArg, &processedArgCount},
-                                 {newPathList, &newPathListCount}}) {
-        release_entries(array, count);
-    }
-    lhs_count = rhs_count = 0;
+    release_entries(non_path_options_array, &non_path_options_count);
+    release_entries(allow_vm_properties_array, &allow_vm_properties_count);
+    release_entries(ignore_properties_array, &ignore_properties_count);
+    release_entries(jvm_options_array, &jvm_options_count);
+    release_entries(container_options_array, &container_options_count);
 }
 
 } // namespace
 
+void make_homes() {
+    static const fs::path tests_folder = fs::current_path();
+    fs::current_path(tests_folder); // Windows does not empty the current directory
+    make_disk();
+    for (const std::string &file :
+         split("Q\\module_patch.jar|Q q\\module_patch.jar|Q\\windows-x64\\quorvel.dll|Q2\\windows-i586\\quorvel.dll|"
+               "Q2\\quorvel.dll|folder\\module_patch.jar\\x|L\\lib\\a.jar|L\\lib\\b c.jar|L\\a.jar|L\\jre\\x|"
+               "other\\a.jar|other\\L\\x|Lx\\a.jar|C\\lib\\jrt-fs.jar|C\\legal\\java.base\\x|J\\lib\\jrt-fs.jar",
+               "|")) {
+        put_file("C:\\" + file, "");
+    }
+}
+
+texts split(const std::string &text, const std::string &separator) {
+    texts parts;
+    for (size_t start = 0, end = 0; end != std::string::npos; start = end + separator.size()) {
+        end = text.find(separator, start);
+        parts.push_back(text.substr(start, end - start));
+    }
+    return parts;
+}
+
 std::vector<texts> rows_of(const std::string &table) {
     std::vector<texts> rows;
-    for (const std::string &line : split_at(table, "\n")) {
-        if (!line.empty() && line[0] != '#') {
-            rows.push_back(split_at(line, "->"));
+    for (const std::string &line : split(table, "\n")) {
+        for (const std::string &row : split(line, line.empty() ? "\n" : " & ")) {
+            rows.push_back(split(row, "->"));
             for (std::string &column : rows.back()) {
                 column = trimmed(column);
             }
         }
     }
+    std::erase(rows, texts{""});
     return rows;
-}
-
-texts entries_of(const std::string &list) {
-    return list.empty() ? texts() : split_at(list, "|");
 }
 
 void start(const std::string &how, const std::string &config) {
@@ -79,10 +77,9 @@ void start(const std::string &how, const std::string &config) {
     int host = 0;
     int guest = 0;
     std::istringstream(how) >> mode >> host >> guest;
-    put_file("C:\\L\\launcher.cfg", "LAUNCH_MODE=" + mode + '\n' +
-                                        here("CONTAINER_HOME=C:\\C\nJVM_HOME=C:\\J\n"
-                                             "QUORVEL_HOME=C:\\Q\n" +
-                                             config + '\n'));
+    put_file("C:\\L\\launcher.cfg", "LAUNCH_MODE=" + mode +
+                                        here("\nCONTAINER_HOME=C:\\C\nJVM_HOME=C:\\J\nQUORVEL_HOME=C:\\Q\n" + config) +
+                                        '\n');
     forget_configuration();
     assign_text(&launcher_home, here("C:\\L"));
     is_native_invocation = mode == "native";
@@ -92,20 +89,31 @@ void start(const std::string &how, const std::string &config) {
 }
 
 void rewrite(const std::string &args) {
-    texts entries = entries_of(here(args));
+    texts entries = split(here(args), "|");
     std::vector<char *> argv;
     for (std::string &entry : entries) {
         argv.push_back(entry.data());
     }
-    parse_arguments(static_cast<int>(argv.size()), argv.data());
+    parse_arguments(args.empty() ? 0 : static_cast<int>(argv.size()), argv.data());
 }
 
-std::string host_list() {
-    return joined(lhs, lhs_count);
+void place_each(const std::string &args) {
+    int flags[4] = {};
+    for (const std::string &arg : split(here(args), "|")) {
+        process_single_arg(arg.c_str(), lhs, &lhs_count, rhs, &rhs_count, &flags[0], &flags[1], &flags[2], &flags[3]);
+    }
 }
 
-std::string guest_list() {
-    return joined(rhs, rhs_count);
+std::string result() {
+    std::string text;
+    for (int i = 0; i < lhs_count; i++) {
+        text += (i > 0 ? "|" : "") + std::string(lhs[i]);
+    }
+    text += " -> ";
+    for (int i = 0; i < rhs_count; i++) {
+        text += (i > 0 ? "|" : "") + std::string(rhs[i]);
+    }
+    return there(text);
 }
 
 void set_variable(const std::string &name, const std::string &value) {

@@ -11,23 +11,27 @@
 
 using texts = std::vector<std::string>;
 
-// The rows of a table, a line each: columns with "->" between them, "#" before a remark.
-std::vector<texts> rows_of(const std::string &table);
+// Makes the disk with the files that the tests name.
+void make_homes();
 
-// The arguments of a list, which is written with "|" between them.
-texts entries_of(const std::string &list);
+texts split(const std::string &text, const std::string &separator);
+
+// The rows of a table, a line each or with " & " between them: columns with "->" between them.
+std::vector<texts> rows_of(const std::string &table);
 
 // Loads launcher.cfg with these lines besides the launch mode and the homes. `how` is the mode and
 // the Java versions of host and guest, as in "legacy 9 8"; the mode "native" is that of a native
 // host.
 void start(const std::string &how, const std::string &config = "");
 
-// Rewrites a list of arguments.
+// Rewrites a list of arguments, which is written with "|" between them.
 void rewrite(const std::string &args);
 
-// The rewritten lists, with the test's disk as drive C:.
-std::string host_list();
-std::string guest_list();
+// The same, one argument after the other, without what parse_arguments adds.
+void place_each(const std::string &args);
+
+// The rewritten lists with "->" between them, and the test's disk as drive C:.
+std::string result();
 
 // Sets a variable as the process received it; an empty value removes it.
 void set_variable(const std::string &name, const std::string &value);
