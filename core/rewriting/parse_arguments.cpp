@@ -8,6 +8,7 @@
 #include "core/rewriting/agent_args.h"
 #include "core/rewriting/java_options.h"
 #include "core/rewriting/jvm_env_vars.h"
+#include "core/rewriting/path_rewriting.h"
 #include "core/rewriting/single_arg.h"
 #include "jli/text.h"
 #include "platform/files.h"
@@ -153,6 +154,7 @@ void trace_one_list() {
 } // namespace
 
 void parse_arguments(int argc, char *const *argv) {
+    const shared_disk_queries shared;
     const bool has_agents = !launch_mode_begins_with("ri");
     if (!is_native_invocation) {
         process_jvm_env_var("JDK_JAVA_OPTIONS");

@@ -90,9 +90,12 @@ const char *existing_full_path(path_prefixes &known, std::string_view path) {
         if (kind_of(copy.get()) == entry_kind::missing) {
             return nullptr;
         }
-        slot.full_path = full_path_of(copy.get());
+        text_ptr full_path = full_path_of(copy.get());
+        if (path != full_path.get()) {
+            slot.full_path = std::move(full_path);
+        }
         slot.path = std::move(copy);
         known.used++;
     }
-    return slot.full_path.get();
+    return slot.full_path != nullptr ? slot.full_path.get() : slot.path.get();
 }

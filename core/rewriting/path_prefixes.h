@@ -9,7 +9,7 @@
 
 struct path_prefix {
     text_ptr path;
-    text_ptr full_path;
+    text_ptr full_path; // null where it is the path itself
 };
 
 // The prefixes known to exist: a hash table with open addressing.

@@ -1,6 +1,7 @@
 #include "core/rewriting/path_rewriting.h"
 
 #include <cstring>
+#include <optional>
 
 #include "core/config_text.h"
 #include "core/jlp_vars.h"
@@ -11,13 +12,16 @@
 
 namespace {
 
-// What the paths of one list have in common.
+// What the paths of a list have in common, or of all lists of a command line.
 struct path_list_walk {
     text_ptr current_dir{current_directory()};
     path_prefixes known;
     text_buffer query;
     text_buffer absolute;
+    text_buffer resolved;
 };
+
+std::optional<path_list_walk> shared_walk;
 
 // "C:" of a path with a drive, else empty.
 std::string_view drive_of(std::string_view path) {
@@ -109,19 +113,22 @@ void walk_components(path_list_walk &walk, text_buffer &result) {
     release_components(count);
 }
 
-void resolve(path_list_walk &walk, const char *old_path, text_buffer &result) {
+// Leaves the absolute form in walk.resolved.
+void resolve(path_list_walk &walk, const char *old_path) {
     JLI_TraceLauncher("RESOLVE PATH:\n");
     JLI_TraceLauncher("-------------\n");
     JLI_TraceLauncher("   old_path: %s\n", old_path);
-    const text_ptr copy = copy_text(old_path);
-    if (strchr(copy.get(), '/') != nullptr) {
+    text_ptr copy;
+    if (strchr(old_path, '/') != nullptr) {
+        copy = copy_text(old_path);
         JLI_TraceLauncher("   old_path_copy contains forward slashes:      %s\n", copy.get());
         replace_char(copy.get(), '/', file_separator);
         JLI_TraceLauncher("   old_path_copy with forward slashes replaced: %s\n", copy.get());
     }
-    make_absolute(walk, copy.get());
-    walk_components(walk, result);
-    JLI_TraceLauncher("   old_path_abs: %s\n", result.c_str());
+    make_absolute(walk, copy == nullptr ? old_path : copy.get());
+    clear(walk.resolved);
+    walk_components(walk, walk.resolved);
+    JLI_TraceLauncher("   old_path_abs: %s\n", walk.resolved.c_str());
     JLI_TraceLauncher("\n");
 }
 
@@ -132,9 +139,9 @@ bool lies_below(std::string_view path, std::string_view home) {
 
 void rewrite_path(path_list_walk &walk, const text_ptr &path, std::string_view old_home,
                   const char *new_home, text_buffer &list) {
-    text_buffer absolute;
-    resolve(walk, path.get(), absolute);
-    if (!lies_below(absolute.c_str(), old_home)) {
+    resolve(walk, path.get());
+    const char *absolute = walk.resolved.c_str();
+    if (!lies_below(absolute, old_home)) {
         JLI_TraceLauncher("NOT TRANSFORMING PATH:\n");
         JLI_TraceLauncher("----------------------\n");
         JLI_TraceLauncher("   old_path: %s\n", path.get());
@@ -145,10 +152,10 @@ void rewrite_path(path_list_walk &walk, const text_ptr &path, std::string_view o
     }
     const size_t start = list.length;
     append(list, new_home);
-    append(list, absolute.c_str() + old_home.size());
+    append(list, absolute + old_home.size());
     JLI_TraceLauncher("TRANSFORMING PATH:\n");
     JLI_TraceLauncher("------------------\n");
-    JLI_TraceLauncher("   old_path_abs: %s\n", absolute.c_str());
+    JLI_TraceLauncher("   old_path_abs: %s\n", absolute);
     JLI_TraceLauncher("   new_path: %s\n", list.c_str() + start);
     JLI_TraceLauncher("\n");
 }
@@ -157,7 +164,8 @@ void rewrite_list(std::string_view paths, std::string_view old_home, const char 
                   text_buffer &list) {
     const bool has_commas_alone = paths.find(path_separator) == std::string_view::npos;
     const char separator = has_commas_alone ? ',' : path_separator;
-    path_list_walk walk;
+    std::optional<path_list_walk> own_walk;
+    path_list_walk &walk = shared_walk ? *shared_walk : own_walk.emplace();
     while (true) {
         const size_t length = paths.find(separator);
         const bool is_last = length == std::string_view::npos;
@@ -176,17 +184,18 @@ void rewrite_list(std::string_view paths, std::string_view old_home, const char 
 char *replaceLauncherHomeWithRIHome(const char *arg, const char *old_home, const char *new_home,
                                     int has_name, char name_delimiter) {
     const char *paths = arg;
-    text_ptr trace_label = copy_text("-cp or -classpath");
+    std::string_view trace_label = "-cp or -classpath";
     text_buffer list;
     if (has_name == 1) {
         paths = strchr(arg, name_delimiter) + 1;
         const size_t name_length = static_cast<size_t>(paths - arg) - 1;
-        trace_label = copy_text({arg, name_length});
+        trace_label = {arg, name_length};
         append(list, {arg, name_length + 1});
     }
     JLI_TraceLauncher("TRANSFORMING PATH LIST:\n");
     JLI_TraceLauncher("-----------------------\n");
-    JLI_TraceLauncher("   property:  %s\n", trace_label.get());
+    JLI_TraceLauncher("   property:  %.*s\n", static_cast<int>(trace_label.size()),
+                      trace_label.data());
     JLI_TraceLauncher("   old_paths: %s\n", paths);
     JLI_TraceLauncher("\n");
     rewrite_list(paths, old_home, new_home, list);
@@ -201,10 +210,9 @@ char *replaceLauncherHomeWithRIHome(const char *arg, const char *old_home, const
 
 void resolve_path(const char *old_path, char *result) {
     path_list_walk walk;
-    text_buffer absolute;
-    resolve(walk, old_path, absolute);
+    resolve(walk, old_path);
     result[0] = '\0';
-    append_to_text_buffer(result, absolute.c_str());
+    append_to_text_buffer(result, walk.resolved.c_str());
 }
 
 char *replace_char(char *text, char from, char to) {
@@ -214,4 +222,12 @@ char *replace_char(char *text, char from, char to) {
         }
     }
     return text;
+}
+
+shared_disk_queries::shared_disk_queries() {
+    shared_walk.emplace();
+}
+
+shared_disk_queries::~shared_disk_queries() {
+    shared_walk.reset();
 }

@@ -27,6 +27,15 @@ char *replace_char(char *text, char from, char to);
 
 #ifdef __cplusplus
 }
+
+// While one stands, all path lists share what they ask of the disk: the current directory once, and
+// each prefix that exists once. Without one a list asks for itself. There is never more than one.
+struct shared_disk_queries {
+    shared_disk_queries();
+    ~shared_disk_queries();
+    shared_disk_queries(const shared_disk_queries &) = delete;
+    shared_disk_queries &operator=(const shared_disk_queries &) = delete;
+};
 #endif
 
 #endif

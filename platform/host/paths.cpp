@@ -95,7 +95,7 @@ bool take_root(path_text *out, std::string_view *path) {
         take_share(out, path);
         return true;
     }
-    if (path->size() > 1 && (*path)[1] == ':') {
+    if (path->size() > 1 && (*path)[1] == ':' && !is_separator(path->front())) {
         take_drive(out, path);
         return true;
     }

@@ -48,53 +48,11 @@ TEST(start_up, the_launcher_lies_in_a_bin_folder) {
     release_text(&bin_dir);
 }
 
-TEST(homes, fall_back_on_the_environment) {
-    const struct {
-        const char *mode, *configured, *container, *jvm, *quorvel;
-    } rows[] = {
-        {"advanced", "", "C in environment", "J", "Q"},
-        {"legacy", "", "C in environment", "J", "Q"},
-        {"patch", "", "", "J", "Q"},
-        {"secure", "", "", "J", "Q"},
-        {"ri", "", "", "J", ""},
-        {"legacy", "set", "set", "set", "set"},
-    };
-    SetEnvironmentVariableA("CONTAINER_HOME", "C in environment");
-    SetEnvironmentVariableA("JVM_HOME", "J");
-    SetEnvironmentVariableA("QUORVEL_HOME", "Q");
-    for (const auto &row : rows) {
-        set_homes(row.mode, row.configured, row.configured, row.configured);
-        fall_back_on_env_vars();
-        EXPECT_STREQ(container_home, row.container) << row.mode;
-        EXPECT_STREQ(jvm_home, row.jvm) << row.mode;
-        EXPECT_STREQ(quorvel_home, row.quorvel) << row.mode;
+TEST(homes, that_nobody_allocated_are_not_set) {
+    for (const char *mode : {"legacy", "ri"}) {
+        assign_text(&launch_mode, mode);
+        EXPECT_EQ(validate_directories(), FAILURE) << mode;
     }
-    SetEnvironmentVariableA("JVM_HOME", nullptr);
-    set_homes("ri", "", "", "");
-    fall_back_on_env_vars();
-    EXPECT_STREQ(jvm_home, "");
-}
-
-TEST(homes, lose_one_trailing_separator_where_accepted) {
-    make_disk();
-    for (const char *file :
-         {"C:\\C\\bin\\java.exe", "C:\\J\\bin\\java.exe", "C:\\Q\\quorvel.jar"}) {
-        put_file(file, "");
-    }
-    assign_text(&bin_dir, bin);
-    set_homes("legacy", "C:\\C\\", "C:\\J\\", "C:\\Q\\");
-    EXPECT_EQ(validate_directories(), SUCCESS);
-    EXPECT_EQ(container_home, here("C:\\C"));
-    EXPECT_EQ(jvm_home, here("C:\\J"));
-    EXPECT_EQ(quorvel_home, here("C:\\Q"));
-
-    set_homes("legacy", "C:\\C\\", "C:\\nowhere\\", "C:\\Q\\");
-    EXPECT_EQ(validate_directories(), FAILURE);
-    EXPECT_EQ(container_home, here("C:\\C"));
-    EXPECT_EQ(jvm_home, here("C:\\nowhere\\"));
-    release_text(&quorvel_home);
-    release_text(&container_home);
-    EXPECT_EQ(validate_directories(), FAILURE);
 }
 
 TEST(homes, of_a_bundle) {

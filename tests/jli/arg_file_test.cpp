@@ -82,8 +82,7 @@ const struct {
     {"@x @@x @", {"@x", "@@x", "@"}},
     // Where blocks of 4096 bytes meet
     {LONG_LINE + "yz " + LONG_LINE + "\nw", {LONG_LINE + "yz", LONG_LINE, "w"}},
-    {"'" + repeated(LONG_LINE.substr(4000) + "\\t", 100),
-     {repeated(LONG_LINE.substr(4000) + "\t", 100)}},
+    {"'" + repeated(LONG_LINE.substr(4000) + "\\t", 100), {repeated(LONG_LINE.substr(4000) + "\t", 100)}},
     {"#" + LONG_LINE + "y\nz", {"z"}},
     {"#" + LONG_LINE.substr(1) + "\ny", {"y"}},
     {"\"" + LONG_LINE.substr(1) + "\\ty\"", {LONG_LINE.substr(1) + "\ty"}},
@@ -159,8 +158,7 @@ TEST(tokenizer, carries_its_state_from_block_to_block) {
     };
     for (const auto &row : rows) {
         const std::string block = row.block;
-        ArgFileContext context = {FIND_NEXT, block.data(), block.data() + block.size(), '"',
-                                  JLI_List_new(4)};
+        ArgFileContext context = {FIND_NEXT, block.data(), block.data() + block.size(), '"', JLI_List_new(4)};
         while (char *token = nextToken(&context)) {
             JLI_MemFree(token);
         }
@@ -190,11 +188,9 @@ TEST(tokenizer, takes_a_null_byte_for_the_end_of_its_piece) {
 // The counts keep the cost of a file within bounds: in time, of quotes and escapes, in memory, of a
 // token that lies in many blocks.
 TEST(tokenizer, allocates_little_besides_the_tokens) {
-    const std::string paths =
-        repeated("-Dpath='C:\\\\Program Files\\\\lib\\\\a.jar';\"C:\\\\b.jar\"\n", 1000);
+    const std::string paths = repeated("-Dpath='C:\\\\Program Files\\\\lib\\\\a.jar';\"C:\\\\b.jar\"\n", 1000);
     size_t allocated = 0;
-    EXPECT_EQ(read_back(paths, allocated),
-              strings(1000, "-Dpath=C:\\Program Files\\lib\\a.jar;C:\\b.jar"));
+    EXPECT_EQ(read_back(paths, allocated), strings(1000, "-Dpath=C:\\Program Files\\lib\\a.jar;C:\\b.jar"));
     EXPECT_LT(allocated, 1000 + 40 * (paths.size() / 4096 + 1));
 
     const std::string escapes = "\"" + repeated("\\x", 1 << 20);

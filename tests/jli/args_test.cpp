@@ -57,13 +57,12 @@ TEST(bookkeeping, finds_the_first_application_argument) {
 }
 
 TEST(bookkeeping, knows_the_terminal_options) {
-    for (const char *arg : {"-jar", "-m", "--module", "--module=", "--module=m/x", "--dry-run",
-                            "-h", "-?", "-help", "--help", "-X", "--help-extra", "-version",
-                            "--version", "-fullversion", "--full-version"}) {
+    for (const char *arg :
+         {"-jar", "-m", "--module", "--module=", "--module=m/x", "--dry-run", "-h", "-?", "-help", "--help", "-X",
+          "--help-extra", "-version", "--version", "-fullversion", "--full-version"}) {
         EXPECT_EQ(isTerminalOpt(arg), 1) << arg;
     }
-    for (const char *arg :
-         {"", "-", "-jarx", "-ja", "-Xmx1m", "--modules", "-cp", "-showversion"}) {
+    for (const char *arg : {"", "-", "-jarx", "-ja", "-Xmx1m", "--modules", "-cp", "-showversion"}) {
         EXPECT_EQ(isTerminalOpt(arg), 0) << arg;
     }
 }
@@ -185,8 +184,7 @@ TEST(option_variable, is_picked_up_from_the_environment) {
         {"-a", "-b", [] { start_anew(), checkArg("-x"), start_anew(); }, "[0][0]"},
     };
     for (const auto &row : rows) {
-        EXPECT_EXIT((trace_to_log(), row.before ? row.before() : void(),
-                     pick_up_variables(row.first, row.second)),
+        EXPECT_EXIT((trace_to_log(), row.before ? row.before() : void(), pick_up_variables(row.first, row.second)),
                     ExitedWithCode(0), Eq(row.expected));
     }
 }
@@ -206,30 +204,23 @@ TEST(failure, ends_the_process_and_is_reported_with_tracing_on_alone) {
         {[] { expandArgFile("missing.args"); }, "Error: could not open `missing.args'"},
         {[] { expandArgFile("."); }, "Error: could not open `.'"},
         {[] { JLI_PreprocessArg("@no\\where", 0); }, "Error: could not open `no\\where'"},
-        {[] { write_file(UNREADABLE_PATH, ""), expandArgFile(UNREADABLE_PATH); },
-         "Error: loading: unreadable.args"},
-        {[] { expand_in("-x \"abc", "OPTIONS"); },
-         "Error: Unmatched quote in environment variable OPTIONS"},
-        {[] { expand_in("-x '-y\" -z", "OPTIONS"); },
-         "Error: Unmatched quote in environment variable OPTIONS"},
+        {[] { write_file(UNREADABLE_PATH, ""), expandArgFile(UNREADABLE_PATH); }, "Error: loading: unreadable.args"},
+        {[] { expand_in("-x \"abc", "OPTIONS"); }, "Error: Unmatched quote in environment variable OPTIONS"},
+        {[] { expand_in("-x '-y\" -z", "OPTIONS"); }, "Error: Unmatched quote in environment variable OPTIONS"},
         {[] { expand_in("-x '-version'", "OPTIONS"); },
          "Error: Option -version is not allowed in environment variable OPTIONS"},
-        {[] { expandArg("--source 11 --module=m/x"); },
-         "Error: Option --module=m/x is not allowed in this context"},
+        {[] { expandArg("--source 11 --module=m/x"); }, "Error: Option --module=m/x is not allowed in this context"},
         {[] { expand_in("@jar.args", "OPTIONS"); },
          "Error: Option -jar in @jar.args is not allowed in environment variable OPTIONS"},
         {[] { JLI_PreprocessArg("--source 11 @jar.args", 1); },
          "Error: Option -jar in @jar.args is not allowed in this context"},
         {[] { expand_in("-cp lib Main -version", "OPTIONS"); },
          "Error: Cannot specify main class in environment variable OPTIONS"},
-        {[] { expand_in("''", "OPTIONS"); },
-         "Error: Cannot specify main class in environment variable OPTIONS"},
+        {[] { expand_in("''", "OPTIONS"); }, "Error: Cannot specify main class in environment variable OPTIONS"},
         {[] { checkArg("Main"), expand_in("-x", "OPTIONS"); },
          "Error: Cannot specify main class in environment variable OPTIONS"},
-        {[] { JLI_PreprocessArg("--source 11 @main.args", 1); },
-         "Error: Cannot specify main class in this context"},
-        {[] { expand_in("@plain.args @@x", nullptr); },
-         "Error: Cannot specify main class in this context"},
+        {[] { JLI_PreprocessArg("--source 11 @main.args", 1); }, "Error: Cannot specify main class in this context"},
+        {[] { expand_in("@plain.args @@x", nullptr); }, "Error: Cannot specify main class in this context"},
     };
     for (const auto &row : rows) {
         EXPECT_EXIT(row.fail(), ExitedWithCode(1), Eq("")) << row.message;
@@ -240,8 +231,7 @@ TEST(failure, ends_the_process_and_is_reported_with_tracing_on_alone) {
 
 TEST(report, is_written_whole_however_long) {
     const std::string text = std::string(150000, 'x') + "%d\n";
-    EXPECT_EXIT((trace_to_log(), JLI_ReportMessage("%s", text.c_str()), exit(0)), ExitedWithCode(0),
-                Eq(text));
+    EXPECT_EXIT((trace_to_log(), JLI_ReportMessage("%s", text.c_str()), exit(0)), ExitedWithCode(0), Eq(text));
     EXPECT_EQ(content_of(LOG_PATH), text);
 }
 

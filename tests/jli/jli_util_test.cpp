@@ -107,10 +107,8 @@ TEST(comparisons, prefix_and_suffix) {
         const char *suffix;
         int expected;
     } suffixes[] = {
-        {"app.JAR", ".jar", 1}, {"app.jar.bak", ".jar", 0},
-        {"jar", ".jar", 0},     {"a.b/c", ".b/c", 1},
-        {"app.jar", ".JaR", 1}, {"app.jarx", ".jar", 0},
-        {"a.b.c", ".b.c", 0},   {"", ".jar", 0},
+        {"app.JAR", ".jar", 1}, {"app.jar.bak", ".jar", 0}, {"jar", ".jar", 0},   {"a.b/c", ".b/c", 1},
+        {"app.jar", ".JaR", 1}, {"app.jarx", ".jar", 0},    {"a.b.c", ".b.c", 0}, {"", ".jar", 0},
     };
     for (const auto &row : suffixes) {
         EXPECT_EQ(JLI_HasSuffix(row.text, row.suffix), row.expected) << row.text;

@@ -75,8 +75,7 @@ std::string with_cr(std::string text) {
 TEST_F(launcher, reads_every_key_and_dumps_it) {
     const std::string every_key = EVERY_KEY;
     const std::string every_property = std::string(EVERY_PROPERTY_1) + EVERY_PROPERTY_2;
-    const std::string of_legacy =
-        std::string(EVERY_PROPERTY_1) + LEGACY_PROPERTY + EVERY_PROPERTY_2;
+    const std::string of_legacy = std::string(EVERY_PROPERTY_1) + LEGACY_PROPERTY + EVERY_PROPERTY_2;
     const std::string none = "   WARNING: No properties set in config file.\n";
     const std::string long_name(99999 - strlen("IGNORE_OPTIONS="), 'x');
     const struct {
@@ -86,8 +85,7 @@ TEST_F(launcher, reads_every_key_and_dumps_it) {
         {every_key + "advanced", "advanced", every_property},
         {"\xEF\xBB\xBF" + with_cr(every_key + "legacy\n"), "legacy", of_legacy},
         {"SHOW_START= \t trueish\v\f\nLAUNCH_MODE= ri and more \n", "ri and more", none},
-        {"SHOW_START=true\nSHOW_START=false\nLAUNCH_MODE=\nLAUNCH_MODE=Legacy\n", "advanced", none,
-         true},
+        {"SHOW_START=true\nSHOW_START=false\nLAUNCH_MODE=\nLAUNCH_MODE=Legacy\n", "advanced", none, true},
         {"SHOW_START=true\nLAUNCH_MODE=x\nLAUNCH_MODE=patch", "patch", none, true},
 
         // Passed over: indented, commented, misspelt; left as it was: an empty value.
@@ -138,8 +136,7 @@ TEST_F(launcher, reads_every_key_and_dumps_it) {
     for (const auto &row : rows) {
         const outcome result = run_with(row.configuration);
         const std::string trace = after_banner(result);
-        EXPECT_EQ(trace.substr(0, trace.find("INPUT COMMAND:\n")),
-                  dump_of(row.mode, here(row.properties)));
+        EXPECT_EQ(trace.substr(0, trace.find("INPUT COMMAND:\n")), dump_of(row.mode, here(row.properties)));
         const std::string warning = "WARNING: LAUNCH_MODE must be one of the following [advanced, "
                                     "legacy, patch, secure, ri], defaulting to '" +
                                     row.mode + "'\n";
@@ -152,8 +149,7 @@ TEST_F(launcher, reads_every_key_and_dumps_it) {
 TEST_F(launcher, is_silent_with_tracing_off) {
     const std::string start = "LAUNCH_MODE=ri\nJVM_HOME=C:\\J\n";
     for (const char *value : {"True\n", "1\n", "\n", "false\n", "t rue\n"}) {
-        const outcome result =
-            run_with(start + "LOG_FILE_OR_DIR=C:\\work\\log.txt\nSHOW_START=" + value);
+        const outcome result = run_with(start + "LOG_FILE_OR_DIR=C:\\work\\log.txt\nSHOW_START=" + value);
         EXPECT_EQ(result.output, report("C:\\J\\bin\\java.exe", {}));
         EXPECT_EQ(result.errors, "");
         EXPECT_EQ(fs::file_size(on_disk("C:\\work\\log.txt")), 0u);
@@ -172,10 +168,8 @@ TEST_F(launcher, is_silent_with_tracing_off) {
 TEST_F(launcher, names_a_log_file_after_clock_and_process) {
     put_folder("C:\\L\\logs");
     const auto before = std::chrono::system_clock::now();
-    const outcome result =
-        run_with("LOG_FILE_OR_DIR=first.txt\nLOG_FILE_OR_DIR=logs\\\nSHOW_START=true\n");
-    const auto milliseconds =
-        std::chrono::duration_cast<std::chrono::milliseconds>(before.time_since_epoch());
+    const outcome result = run_with("LOG_FILE_OR_DIR=first.txt\nLOG_FILE_OR_DIR=logs\\\nSHOW_START=true\n");
+    const auto milliseconds = std::chrono::duration_cast<std::chrono::milliseconds>(before.time_since_epoch());
     ASSERT_EQ(std::distance(fs::directory_iterator(on_disk("C:\\L\\logs")), {}), 1);
     const fs::path file = fs::directory_iterator(on_disk("C:\\L\\logs"))->path();
     const std::string name = to_text(file.filename());
@@ -193,11 +187,9 @@ TEST_F(launcher, ends_when_the_log_cannot_be_opened) {
         const char *value, *path;
     } rows[] = {{"", ""}, {"no\\log.txt", "C:\\L\\no\\log.txt"}, {"C:\\no\\..\\no\\", "C:\\no\\"}};
     for (const auto &row : rows) {
-        const outcome result =
-            run_with(std::string("SHOW_START=true\nLOG_FILE_OR_DIR=") + row.value + "\n");
+        const outcome result = run_with(std::string("SHOW_START=true\nLOG_FILE_OR_DIR=") + row.value + "\n");
         EXPECT_EQ(result.output, "");
-        EXPECT_EQ(result.errors,
-                  here(std::string("Error! Could not open log_file_path: ") + row.path + "\n"));
+        EXPECT_EQ(result.errors, here(std::string("Error! Could not open log_file_path: ") + row.path + "\n"));
         EXPECT_EQ(result.status, STATUS_MINUS_1);
     }
 }

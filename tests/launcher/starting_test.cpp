@@ -14,8 +14,8 @@ std::string invalid_command(const std::string &target) {
 
 void configure(const std::string &home, const std::string &mode, const std::string &suffix = "") {
     put_file(home + "\\launcher.cfg",
-             here((mode.empty() ? "" : "LAUNCH_MODE=" + mode + "\n") + "CONTAINER_HOME=C:\\C" +
-                  suffix + "\nJVM_HOME=C:\\J" + suffix + "\nQUORVEL_HOME=C:\\Q" + suffix + "\n"));
+             here((mode.empty() ? "" : "LAUNCH_MODE=" + mode + "\n") + "CONTAINER_HOME=C:\\C" + suffix +
+                  "\nJVM_HOME=C:\\J" + suffix + "\nQUORVEL_HOME=C:\\Q" + suffix + "\n"));
 }
 
 // The one argument that makes a command line of so many characters.
@@ -142,8 +142,7 @@ TEST_F(launcher, says_what_it_cannot_run) {
     put_file("C:\\J\\bin\\textw.exe", "no program\n");
     put_launcher("C:\\L\\tools\\java.exe");
     put_launcher("C:\\M\\BIN\\java.exe");
-    const std::string invalid_place =
-        "Error: java executable path either doesn't exist or is invalid: ";
+    const std::string invalid_place = "Error: java executable path either doesn't exist or is invalid: ";
     const struct {
         const char *program;
         std::string output;
@@ -180,11 +179,9 @@ TEST_F(launcher, killed_takes_the_child_along_and_leaves_grandchildren) {
     const std::string child_file = to_text(on_disk("C:\\work\\child"));
     const std::string grandchild_file = to_text(on_disk("C:\\work\\sub\\grandchild"));
     put_folder("C:\\work\\sub");
-    const uint32_t id =
-        start_launcher("C:\\L\\bin\\java.exe", {"spawn=" + grandchild_file, "wait=" + child_file});
-    ASSERT_TRUE(comes_true([] {
-        return process_id_in("C:\\work\\child") != 0 && process_id_in("C:\\work\\sub\\grandchild");
-    }));
+    const uint32_t id = start_launcher("C:\\L\\bin\\java.exe", {"spawn=" + grandchild_file, "wait=" + child_file});
+    ASSERT_TRUE(
+        comes_true([] { return process_id_in("C:\\work\\child") != 0 && process_id_in("C:\\work\\sub\\grandchild"); }));
     const uint32_t grandchild = process_id_in("C:\\work\\sub\\grandchild");
     EXPECT_TRUE(is_running(process_id_in("C:\\work\\child")));
     end_by_force(id);
@@ -201,9 +198,8 @@ TEST_F(launcher, traces_the_start_to_output_and_log) {
     const std::string program = "C:\\L 1\\bin\\java.exe";
     put_launcher(program);
     put_java("C:\\C 1\\bin\\java.exe");
-    put_file("C:\\L 1\\launcher.cfg",
-             here("LOG_FILE_OR_DIR=log.txt\nLAUNCH_MODE=legacy\nCONTAINER_HOME=C:\\C 1\n"
-                  "QUORVEL_HOME=C:\\Q\\\nSHOW_START=true"));
+    put_file("C:\\L 1\\launcher.cfg", here("LOG_FILE_OR_DIR=log.txt\nLAUNCH_MODE=legacy\nCONTAINER_HOME=C:\\C 1\n"
+                                           "QUORVEL_HOME=C:\\Q\\\nSHOW_START=true"));
     put_file("C:\\L 1\\log.txt", "of the last start");
     set_environment("JVM_HOME", here("C:\\J"));
     outcome result = run_launcher(program, {"-cp", "100%d b", "exit=3"});
@@ -255,8 +251,7 @@ EXECUTING QUORVEL AGENT PROCESS ......
 
 )");
     const std::string child_lines =
-        report("C:\\C 1\\bin\\java.exe", {"-cp", "100%d", "b", "exit=3"}) +
-        invalid_command("C:\\C 1\\bin\\java.exe");
+        report("C:\\C 1\\bin\\java.exe", {"-cp", "100%d", "b", "exit=3"}) + invalid_command("C:\\C 1\\bin\\java.exe");
     EXPECT_EQ(after_banner(result), own_lines + child_lines);
 
     std::string log = read_file(on_disk("C:\\L 1\\log.txt"));

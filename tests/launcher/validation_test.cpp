@@ -24,8 +24,7 @@ std::string after_key_directories(const outcome &result) {
 std::string from_environment(const std::string &name, const std::string &value) {
     const std::string title = "Get " + name + " from environment";
     return title + '\n' + std::string(title.size(), '-') + "\n    $" + name +
-           (value.empty() ? " not set in environment\n\n"
-                          : " set in environment: " + value + "\n\n");
+           (value.empty() ? " not set in environment\n\n" : " set in environment: " + value + "\n\n");
 }
 
 const struct {
@@ -34,8 +33,7 @@ const struct {
     const char *error; // null: the start succeeds
 } ROWS[] = {
     // In their order, with the faults of later tests in place.
-    {"advanced legacy", "bin", "no no no", "C J Q", "",
-     "Error: CONTAINER_HOME directory 'C:\\no' doesn't exist\n"},
+    {"advanced legacy", "bin", "no no no", "C J Q", "", "Error: CONTAINER_HOME directory 'C:\\no' doesn't exist\n"},
     {"advanced legacy", "bin", "empty\\ no no", "C J Q", "",
      "Error: neither bin/java nor jre/bin/java exist in CONTAINER_HOME 'C:\\empty'\n"
      "Error: \\bin/java doesn't exist in CONTAINER_HOME 'C:\\empty'\n"},
@@ -50,20 +48,17 @@ const struct {
      "Error: QUORVEL_HOME directory 'C:\\no' doesn't exist\n"},
     {"advanced legacy patch secure", "bin", "C J empty\\", "- - -", "",
      "Error: Quorvel agent jar file 'C:\\empty\\quorvel.jar' doesn't exist\n"},
-    {"patch", "bin", "- J jar", "- - -", "",
-     "Error: Quorvel agent jar file 'C:\\jar\\quorvel.jar' doesn't exist\n"},
+    {"patch", "bin", "- J jar", "- - -", "", "Error: Quorvel agent jar file 'C:\\jar\\quorvel.jar' doesn't exist\n"},
 
     // In a jre\bin folder the container home needs one too, the JVM home does not.
     {"legacy", "jre\\bin", "J no no", "- - -", "",
      "Error: neither bin/java nor jre/bin/java exist in CONTAINER_HOME 'C:\\J'\n"
      "Error: \\jre\\bin/java doesn't exist in CONTAINER_HOME 'C:\\J'\n"},
-    {"advanced secure", "jre\\bin", "C J no", "- - -", "",
-     "Error: QUORVEL_HOME directory 'C:\\no' doesn't exist\n"},
+    {"advanced secure", "jre\\bin", "C J no", "- - -", "", "Error: QUORVEL_HOME directory 'C:\\no' doesn't exist\n"},
     {"ri", "jre\\bin", "- J -", "- - -", "", "Error: invalid command: C:\\J\\jre\\bin\\java.exe\n"},
 
     // From the environment, as it stands there: what the mode needs and the file leaves empty.
-    {"advanced legacy", "bin", "- - -", "- - -", "CJQ",
-     "Error: CONTAINER_HOME directory '' doesn't exist\n"},
+    {"advanced legacy", "bin", "- - -", "- - -", "CJQ", "Error: CONTAINER_HOME directory '' doesn't exist\n"},
     {"patch secure", "bin", "- - -", "C no\\..\\no Q", "JQ",
      "Error: JVM_HOME directory 'C:\\no\\..\\no' doesn't exist\n"},
     {"ri", "bin", "- - -", "C - Q", "J", "Error: JVM_HOME directory '' doesn't exist\n"},
@@ -94,8 +89,7 @@ TEST_F(launcher, asks_for_the_homes_that_its_mode_needs) {
         std::istringstream modes(row.modes);
         for (std::string mode; modes >> mode;) {
             put_file("C:\\L\\launcher.cfg", configuration + "LAUNCH_MODE=" + mode);
-            const outcome result =
-                run_launcher("C:\\L\\" + std::string(row.folder) + "\\java.exe", {});
+            const outcome result = run_launcher("C:\\L\\" + std::string(row.folder) + "\\java.exe", {});
             const std::string trace = after_key_directories(result);
             EXPECT_EQ(row.error != nullptr ? trace : trace.substr(0, expected.size()), expected)
                 << mode << " in " << row.folder;

@@ -33,8 +33,7 @@ void launcher::SetUp() {
     }
 }
 
-uint32_t start_launcher(const std::string &windows_path,
-                        const std::vector<std::string> &arguments) {
+uint32_t start_launcher(const std::string &windows_path, const std::vector<std::string> &arguments) {
     return start({on_disk(windows_path), arguments, on_disk("C:\\work")});
 }
 
@@ -70,9 +69,8 @@ std::string after_banner(const outcome &result) {
         return {};
     }
     const std::string head = result.output.substr(0, end);
-    const std::regex form(
-        R"((?:WARNING: LAUNCH_MODE .+\n)?(?:.+\n){4}\n\w{3} \w{3} [ \d]\d \d\d:\d\d:\d\d \d{4}\n)"
-        R"(Launcher PID = (\d+)\n\n)");
+    const std::regex form(R"((?:WARNING: LAUNCH_MODE .+\n)?(?:.+\n){4}\n\w{3} \w{3} [ \d]\d \d\d:\d\d:\d\d \d{4}\n)"
+                          R"(Launcher PID = (\d+)\n\n)");
     std::smatch match;
     EXPECT_TRUE(std::regex_match(head, match, form)) << head;
     EXPECT_EQ(match.str(1), std::to_string(result.process_id));

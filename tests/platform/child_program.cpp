@@ -38,8 +38,7 @@ int beat(const char *path) {
 
 // Starts a beating child in a job and waits for it; the child starts one of its own.
 int keep_child_in_job() {
-    HANDLE job =
-        job_with_limits(JOB_OBJECT_LIMIT_KILL_ON_JOB_CLOSE | JOB_OBJECT_LIMIT_SILENT_BREAKAWAY_OK);
+    HANDLE job = job_with_limits(JOB_OBJECT_LIMIT_KILL_ON_JOB_CLOSE | JOB_OBJECT_LIMIT_SILENT_BREAKAWAY_OK);
     child started = start_child_as("family", own_program(), CREATE_SUSPENDED);
     if (!started.started || !AssignProcessToJobObject(job, started.process.hProcess)) {
         return EXIT_FAILURE;
@@ -103,8 +102,8 @@ child start_child_as(const char *role, const std::string &command_line, DWORD fl
         std::string line = command_line;
         STARTUPINFOA start_up = {};
         start_up.cb = sizeof start_up;
-        started.started = CreateProcessA(nullptr, line.data(), nullptr, nullptr, 0, flags, nullptr,
-                                         nullptr, &start_up, &started.process) != 0;
+        started.started = CreateProcessA(nullptr, line.data(), nullptr, nullptr, 0, flags, nullptr, nullptr, &start_up,
+                                         &started.process) != 0;
         started.error = started.started ? DWORD(ERROR_SUCCESS) : GetLastError();
         if (started.error != NOW_AND_THEN_UNDER_WINE) {
             break;
@@ -130,8 +129,8 @@ std::string run_as(const char *role, const std::string &command_line) {
     dup2(file, STDOUT_FILENO);
     close(file);
     child started = start_child_as(role, command_line);
-    std::string result = started.started ? "exit " + std::to_string(end_of(started))
-                                         : "error " + std::to_string(started.error);
+    std::string result =
+        started.started ? "exit " + std::to_string(end_of(started)) : "error " + std::to_string(started.error);
     dup2(saved, STDOUT_FILENO);
     close(saved);
     char output[40000];

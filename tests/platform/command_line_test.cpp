@@ -54,9 +54,7 @@ TEST_F(command_line, arguments) {
     };
     for (const auto &row : ROWS) {
         std::string program = "C:\\qvl_test\\prog.exe";
-        EXPECT_EQ(run_as("arguments", program + row.text),
-                  '[' + program + ']' + row.arguments + "exit 0")
-            << row.text;
+        EXPECT_EQ(run_as("arguments", program + row.text), '[' + program + ']' + row.arguments + "exit 0") << row.text;
     }
 }
 

@@ -45,8 +45,7 @@ TEST(environment, small_buffers_stay_untouched) {
         DWORD result;
         const char *buffer;
     } ROWS[] = {
-        {"abc", 4, 3, "abc"}, {"abc", 3, 4, "#####"}, {"abc", 0, 4, "#####"},
-        {"", 1, 0, ""},       {"", 0, 1, "#####"},
+        {"abc", 4, 3, "abc"}, {"abc", 3, 4, "#####"}, {"abc", 0, 4, "#####"}, {"", 1, 0, ""}, {"", 0, 1, "#####"},
     };
     for (const auto &row : ROWS) {
         SetEnvironmentVariableA("qvl_one", row.value);

@@ -47,9 +47,8 @@ TEST(kind_of, resolves_by_text_and_forgives_one_separator) {
                                         "..\\..\\..\\qvl_test",
                                         "C:\\\\qvl_test\\\\d//e",
                                         "C:\\qvl_test\\f\\..\\d"});
-    expect_kind(entry_kind::file,
-                {"g.txt", "g.txt\\", "g.txt/", "g.txt\\.", "g.txt. .", "missing\\..\\g.txt",
-                 "..\\f", "C:g.txt", "C:\\..\\qvl_test\\f"});
+    expect_kind(entry_kind::file, {"g.txt", "g.txt\\", "g.txt/", "g.txt\\.", "g.txt. .", "missing\\..\\g.txt", "..\\f",
+                                   "C:g.txt", "C:\\..\\qvl_test\\f"});
     expect_kind(entry_kind::missing, {("C:\\" + std::string(5000, 'x')).c_str()});
 }
 
@@ -136,9 +135,8 @@ TEST(text_file, cannot_be_opened) {
         const char *mode;
         int error;
     } ROWS[] = {
-        {"missing", "r", ENOENT}, {"", "r", ENOENT},       {"missing\\x", "w+", ENOENT},
-        {"e", "r", EACCES},       {"e", "w+", EACCES},     {"..", "r", EACCES},
-        {"1:\\x", "r", ENOENT},   {"1:\\x", "w+", ENOENT},
+        {"missing", "r", ENOENT}, {"", "r", ENOENT},   {"missing\\x", "w+", ENOENT}, {"e", "r", EACCES},
+        {"e", "w+", EACCES},      {"..", "r", EACCES}, {"1:\\x", "r", ENOENT},       {"1:\\x", "w+", ENOENT},
     };
     for (const auto &row : ROWS) {
         errno = 0;

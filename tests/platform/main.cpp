@@ -8,8 +8,7 @@
 
 void write_file(const char *path, std::string_view bytes) {
     FILE *file = fopen(path, "wb");
-    if (file == nullptr || fwrite(bytes.data(), 1, bytes.size(), file) != bytes.size() ||
-        fclose(file) != 0) {
+    if (file == nullptr || fwrite(bytes.data(), 1, bytes.size(), file) != bytes.size() || fclose(file) != 0) {
         perror(path);
         abort();
     }

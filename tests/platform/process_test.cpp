@@ -90,9 +90,7 @@ TEST(job, kills_on_close_where_its_limits_say_so) {
         DWORD limits;
         DWORD exit_code;
     } ROWS[] = {
-        {JOB_OBJECT_LIMIT_KILL_ON_JOB_CLOSE | JOB_OBJECT_LIMIT_SILENT_BREAKAWAY_OK |
-             JOB_OBJECT_LIMIT_BREAKAWAY_OK,
-         0},
+        {JOB_OBJECT_LIMIT_KILL_ON_JOB_CLOSE | JOB_OBJECT_LIMIT_SILENT_BREAKAWAY_OK | JOB_OBJECT_LIMIT_BREAKAWAY_OK, 0},
         {JOB_OBJECT_LIMIT_SILENT_BREAKAWAY_OK, 5},
     };
     for (const auto &row : ROWS) {
@@ -166,8 +164,7 @@ TEST(handles, of_another_kind_or_of_nothing_are_refused) {
     EXPECT_EQ(end_of(started), 3u);
     EXPECT_TRUE(CloseHandle(job));
     JOBOBJECT_EXTENDED_LIMIT_INFORMATION limits = {};
-    EXPECT_TRUE(refused(SetInformationJobObject(nullptr, JobObjectExtendedLimitInformation, &limits,
-                                                sizeof limits)));
+    EXPECT_TRUE(refused(SetInformationJobObject(nullptr, JobObjectExtendedLimitInformation, &limits, sizeof limits)));
 }
 
 } // namespace

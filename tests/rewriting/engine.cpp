@@ -38,10 +38,9 @@ std::string joined(char *const *entries, int count) {
 }
 
 void forget_configuration() {
-    for (char **text :
-         {&launcher_home, &launch_mode, &container_home, &jvm_home, &quorvel_home, &rule_file,
-          &rule_file_arg, &quorvel_properties_file, &quorvel_properties_arg, &quorvel_library_path,
-          &allow_vm_properties_option, &launcher_path_arg, &new_mem_val_as_str}) {
+    for (char **text : {&launcher_home, &launch_mode, &container_home, &jvm_home, &quorvel_home, &rule_file,
+                        &rule_file_arg, &quorvel_properties_file, &quorvel_properties_arg, &quorvel_library_path,
+                        &allow_vm_properties_option, &launcher_path_arg, &new_mem_val_as_str}) {
         release_text(text);
     }
     for (auto &[array, count] : {std::pair{non_path_options_array, &non_path_options_count},

@@ -65,8 +65,7 @@ void show_lists(const texts &row) {
     start(row[0]);
     rewrite(row[1]);
     const std::string list = host_list();
-    fprintf(stderr, "%s -> %s\n", list.substr(0, list.find("-Dcom.quorvel.L")).c_str(),
-            guest_list().c_str());
+    fprintf(stderr, "%s -> %s\n", list.substr(0, list.find("-Dcom.quorvel.L")).c_str(), guest_list().c_str());
     exit(0);
 }
 

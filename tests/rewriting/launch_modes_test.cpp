@@ -13,8 +13,8 @@ void place_each(const std::string &args) {
     int expect_module_value = 0;
     int rule_file_arg_added = 0;
     for (const std::string &arg : entries_of(here(args))) {
-        process_single_arg(arg.c_str(), lhs, &lhs_count, rhs, &rhs_count, &main_class_found,
-                           &expect_classpath_value, &expect_module_value, &rule_file_arg_added);
+        process_single_arg(arg.c_str(), lhs, &lhs_count, rhs, &rhs_count, &main_class_found, &expect_classpath_value,
+                           &expect_module_value, &rule_file_arg_added);
     }
 }
 
@@ -113,9 +113,8 @@ TEST(launch_modes, place_each_argument) {
         rows.push_back({"legacy 8 8", heap[0], heap[1], ""});
     }
     for (const texts &row : rows) {
-        start(row[0],
-              "NON_PATH_OPTIONS=plain\nALLOW_VM_OPTIONS=my.dir=elp\nIGNORE_OPTIONS=-Xno=-Xrunno\n"
-              "CONTAINER_OPTIONS=\"-Xc\" \"-Dc=C:\\L d\"");
+        start(row[0], "NON_PATH_OPTIONS=plain\nALLOW_VM_OPTIONS=my.dir=elp\nIGNORE_OPTIONS=-Xno=-Xrunno\n"
+                      "CONTAINER_OPTIONS=\"-Xc\" \"-Dc=C:\\L d\"");
         place_each(row[1]);
         EXPECT_EQ(host_list(), row[2]) << row[0] << ' ' << row[1];
         EXPECT_EQ(guest_list(), row[3]) << row[0] << ' ' << row[1];

@@ -47,8 +47,7 @@ TEST(obsolete_options, tables_hold_what_they_should) {
         {entries_of(IGNORE_ARGS), 2, "-Xshare:on", "-Xshare:auto"},
         {entries_of(JVM_11_OBSOLETE_HOST_ARGS), 6, "-d32", "-no-jre-restrict-search"},
         {entries_of(JVM_11_OBSOLETE_HOST_X_ARGS), 2, "-Xincgc", "-Xprof"},
-        {entries_of(JVM_11_OBSOLETE_HOST_XX_ARGS), 136,
-         "-XX:AdaptiveSizePausePolicy=", "-XX:ThreadPriorityPolicy=42"},
+        {entries_of(JVM_11_OBSOLETE_HOST_XX_ARGS), 136, "-XX:AdaptiveSizePausePolicy=", "-XX:ThreadPriorityPolicy=42"},
         {entries_of(JVM_11_OBSOLETE_HOST_XX_BOOL_ARGS), 94, "AdjustConcurrency", "VerifySilently"},
     };
     for (const auto &row : rows) {
@@ -62,11 +61,10 @@ TEST(obsolete_options, tables_hold_what_they_should) {
 // So 94 of the 135 names are flags, and 41 take a value.
 TEST(obsolete_options, flags_are_a_part_of_the_options_with_a_value_in_their_order) {
     const strings options = entries_of(JVM_11_OBSOLETE_HOST_XX_ARGS);
-    EXPECT_EQ(std::count_if(options.begin(), options.end(),
-                            [](const std::string &option) {
-                                return option.starts_with("-XX:") && option.ends_with("=");
-                            }),
-              135);
+    EXPECT_EQ(
+        std::count_if(options.begin(), options.end(),
+                      [](const std::string &option) { return option.starts_with("-XX:") && option.ends_with("="); }),
+        135);
     auto next = options.begin();
     for (const std::string &flag : entries_of(JVM_11_OBSOLETE_HOST_XX_BOOL_ARGS)) {
         next = std::find(next, options.end(), "-XX:" + flag + "=");
@@ -80,14 +78,12 @@ TEST(option_filters, find_every_entry_of_a_table_and_nothing_else) {
     const strings flags = entries_of(JVM_11_OBSOLETE_HOST_XX_BOOL_ARGS);
     for (const std::string &option : options) {
         const std::string name = option.substr(4, option.find('=') - 4);
-        for (const std::string &text :
-             {name, name + "=", name + "=42", name + "X", name.substr(0, name.size() - 1)}) {
+        for (const std::string &text : {name, name + "=", name + "=42", name + "X", name.substr(0, name.size() - 1)}) {
             const std::string arg = "-XX:" + text;
             EXPECT_EQ(is_ignore_property(arg.c_str(), 1), begins_with_one_of(arg, options)) << arg;
             for (const std::string sign : {"+", "-"}) {
                 const std::string flag = "-XX:" + sign + text;
-                EXPECT_EQ(is_ignore_property(flag.c_str(), 1), begins_with_one_of(text, flags))
-                    << flag;
+                EXPECT_EQ(is_ignore_property(flag.c_str(), 1), begins_with_one_of(text, flags)) << flag;
             }
         }
     }
@@ -143,12 +139,9 @@ TEST(option_filters, dropped_arguments) {
     };
     configure(ignore_properties_array, &ignore_properties_count, {"-Dfoo", "-XX:-PrintGCI"});
     for (const auto &row : rows) {
-        EXPECT_EQ(traced_by([&] {
-                      EXPECT_EQ(is_ignore_property(row.arg, 0), row.fate == DROPPED) << row.arg;
-                  }),
-                  "");
-        const std::string trace = traced_by(
-            [&] { EXPECT_EQ(is_ignore_property(row.arg, 1), row.fate != KEPT) << row.arg; });
+        EXPECT_EQ(traced_by([&] { EXPECT_EQ(is_ignore_property(row.arg, 0), row.fate == DROPPED) << row.arg; }), "");
+        const std::string trace =
+            traced_by([&] { EXPECT_EQ(is_ignore_property(row.arg, 1), row.fate != KEPT) << row.arg; });
         const std::string line = "Java 11+ Host: ignoring obsolete JVM argument '";
         EXPECT_EQ(trace, row.fate == OBSOLETE ? line + row.arg + "'\n" : "");
     }
@@ -202,8 +195,7 @@ TEST(option_filters, classes_of_arguments) {
         });
         EXPECT_EQ(classes, row.classes) << row.arg;
         const std::string line =
-            "the following arg will not be treated as a path or list of paths '" +
-            std::string(row.arg) + "'\n";
+            "the following arg will not be treated as a path or list of paths '" + std::string(row.arg) + "'\n";
         EXPECT_EQ(trace, classes == "N" ? line + line : "");
     }
     release_entries(allow_vm_properties_array, &allow_vm_properties_count);

@@ -118,9 +118,7 @@ TEST_F(command_line, patches_java_base_once) {
     for (const texts &row : rows_of(PATCHED_MODULES)) {
         start("secure 9 9", row[0]);
         rewrite("");
-        EXPECT_EQ(is_in_host_list("--patch-module=java.base=C:\\Q\\module_patch.jar"),
-                  row[1] == "yes")
-            << row[0];
+        EXPECT_EQ(is_in_host_list("--patch-module=java.base=C:\\Q\\module_patch.jar"), row[1] == "yes") << row[0];
     }
 }
 
@@ -138,22 +136,19 @@ TEST_F(command_line, names_the_native_agent) {
         LOG_FILE_FD = stderr;
         add_agent_args();
     };
-    EXPECT_EXIT(
-        trace_until_exit(), ExitedWithCode(1),
-        Eq(here(
-            "Warning: Expected Quorvel native agent library, 'C:\\L\\windows-x64\\quorvel.dll', "
-            "doesn't exist\n"
-            "         Trying Quorvel native agent library, 'C:\\L\\quorvel.dll'\n"
-            "Error: Expected Quorvel native agent library, 'C:\\L\\quorvel.dll', doesn't "
-            "exist\n")));
+    EXPECT_EXIT(trace_until_exit(), ExitedWithCode(1),
+                Eq(here("Warning: Expected Quorvel native agent library, 'C:\\L\\windows-x64\\quorvel.dll', "
+                        "doesn't exist\n"
+                        "         Trying Quorvel native agent library, 'C:\\L\\quorvel.dll'\n"
+                        "Error: Expected Quorvel native agent library, 'C:\\L\\quorvel.dll', doesn't "
+                        "exist\n")));
 }
 
 TEST_F(command_line, lets_the_library_path_lead_to_the_agent) {
     const char *rows[][2] = {
         {"C:\\w", "C:\\Q;C:\\Q\\windows-i586;C:\\Q\\windows-x64;C:\\w"},
         {"", "C:\\Q;C:\\Q\\windows-i586;C:\\Q\\windows-x64;"},
-        {"C:\\Q;C:\\Q\\windows-i586",
-         "C:\\Q;C:\\Q\\windows-i586;C:\\Q\\windows-x64;C:\\Q;C:\\Q\\windows-i586"},
+        {"C:\\Q;C:\\Q\\windows-i586", "C:\\Q;C:\\Q\\windows-i586;C:\\Q\\windows-x64;C:\\Q;C:\\Q\\windows-i586"},
         {"C:\\Q\\windows-x64s;C:\\Q\\windows-i586", "C:\\Q\\windows-x64s;C:\\Q\\windows-i586"},
     };
     const std::string path = child_variable("Path");
@@ -199,8 +194,7 @@ TEST_F(command_line, is_refused_when_it_does_not_fit) {
         const char *message;
     } rows[] = {
         {"ri 8 8", times(10000, "-ea"), "Error: too many processed arguments (at most 10000)\n"},
-        {"legacy 8 8", times(10001, "-Xmx1m"),
-         "Error: too many host or leading arguments (at most 10000)\n"},
+        {"legacy 8 8", times(10001, "-Xmx1m"), "Error: too many host or leading arguments (at most 10000)\n"},
         {"advanced 8 8", times(9999, "-fullversion") + "|-Xmx1m|-fullversion",
          "Error: too many host or leading arguments (at most 10000)\n"},
     };

@@ -33,8 +33,8 @@ class path_rewriting : public testing::Test {
 protected:
     void SetUp() override {
         make_disk();
-        for (const char *file : {"C:\\L\\lib\\a.jar", "C:\\L\\lib\\b c.jar", "C:\\L\\a.jar",
-                                 "C:\\L\\jre\\lib\\rt.jar", "C:\\other\\a.jar", "C:\\Lx\\a.jar"}) {
+        for (const char *file : {"C:\\L\\lib\\a.jar", "C:\\L\\lib\\b c.jar", "C:\\L\\a.jar", "C:\\L\\jre\\lib\\rt.jar",
+                                 "C:\\other\\a.jar", "C:\\Lx\\a.jar"}) {
             put_file(file, "");
         }
         stand_in("C:\\L");
@@ -50,8 +50,8 @@ protected:
 };
 
 std::string moved(const std::string &arg, int has_name = 0, char delimiter = '=') {
-    return replaceLauncherHomeWithRIHome(here(arg).c_str(), here("C:\\L").c_str(),
-                                         here("C:\\R").c_str(), has_name, delimiter);
+    return replaceLauncherHomeWithRIHome(here(arg).c_str(), here("C:\\L").c_str(), here("C:\\R").c_str(), has_name,
+                                         delimiter);
 }
 
 std::string absolute(const std::string &path) {
@@ -152,8 +152,8 @@ TEST_F(path_rewriting, homes_at_the_root_of_a_drive) {
     const std::string drive = on_drive.substr(0, 2);
     const strings paths = {on_drive, on_drive.substr(3), drive + "\\qvl_none\\x"};
     fs::current_path(on_windows ? fs::path(root) : on_disk("C:\\"));
-    const char *list = replaceLauncherHomeWithRIHome(
-        (paths[0] + ";" + paths[1] + ";" + paths[2]).c_str(), drive.c_str(), "Q:\\R", 0, '=');
+    const char *list = replaceLauncherHomeWithRIHome((paths[0] + ";" + paths[1] + ";" + paths[2]).c_str(),
+                                                     drive.c_str(), "Q:\\R", 0, '=');
     const std::string below_home = "Q:\\R" + on_drive.substr(2);
     // No prefix of the last one exists, so that none brought its drive along.
     EXPECT_EQ(list, below_home + ";" + below_home + ";" + paths[2]);
@@ -188,9 +188,7 @@ TEST_F(path_rewriting, a_path_on_another_drive_keeps_its_drive) {
         GTEST_SKIP() << "the tests run on the system's drive: there is no other to be sure of";
     }
     EXPECT_EQ(absolute(other + "\\.\\none\\x"), other + "\\none\\x");
-    EXPECT_EQ(
-        replaceLauncherHomeWithRIHome((other + "\\x\\..").c_str(), other.c_str(), "R", 0, '='),
-        std::string("R"));
+    EXPECT_EQ(replaceLauncherHomeWithRIHome((other + "\\x\\..").c_str(), other.c_str(), "R", 0, '='), std::string("R"));
 }
 
 TEST_F(path_rewriting, results_stay) {
@@ -247,8 +245,7 @@ TEST_F(path_rewriting, traces_every_step) {
                           "   old_path_copy with forward slashes replaced: none\\x\n"
                           "   cwd = C:\\L\n") +
                          cwd_walk + "   path_component[" + next + "] = none\n" +
-                         here("       path_prefix = C:\\L\\none\n") + "   path_component[" + last +
-                         "] = x\n" +
+                         here("       path_prefix = C:\\L\\none\n") + "   path_component[" + last + "] = x\n" +
                          here("       path_prefix = C:\\L\\none\\x\n"
                               "   old_path_abs: C:\\L\\none\\x\n"
                               "\n"
@@ -328,8 +325,7 @@ strings asked_in_vain(const strings &paths, const std::set<std::string> &existin
 TEST_F(path_rewriting, asks_once_for_what_the_paths_have_in_common) {
     std::string jars;
     for (int i = 0; i < 60; i++) {
-        const std::string jar =
-            "C:\\L\\lib\\" + std::to_string(i % 5) + "\\" + std::to_string(i) + ".jar";
+        const std::string jar = "C:\\L\\lib\\" + std::to_string(i % 5) + "\\" + std::to_string(i) + ".jar";
         put_file(jar, "");
         jars += jar + ";lib\\" + std::to_string(i % 7) + "\\x\\" + std::to_string(i) + ";";
     }
@@ -341,11 +337,9 @@ TEST_F(path_rewriting, asks_once_for_what_the_paths_have_in_common) {
         {"C:\\other", jars},
         {"C:\\", jars},
         {"C:\\L", "none;none\\x;none\\x\\y;none\\..\\lib;none\\..\\none\\x"},
-        {"C:\\L",
-         "lib\\a.jar\\x\\y;lib\\a.jar\\..\\a.jar;lib\\a.jar\\;lib\\\\a.jar;lib\\\\\\a.jar"},
+        {"C:\\L", "lib\\a.jar\\x\\y;lib\\a.jar\\..\\a.jar;lib\\a.jar\\;lib\\\\a.jar;lib\\\\\\a.jar"},
         {"C:\\L\\lib", "..;..\\..;..\\..\\..;.;.\\.;...\\a.jar;. \\a.jar;a.jar.;a.jar .\\x;;a"},
-        {"C:\\L",
-         "Q:\\x\\..\\..\\y;q:\\x;\\L\\lib;\\\\server\\share\\x;C:x;C:lib\\x;C:;:;\\;/;//x"},
+        {"C:\\L", "Q:\\x\\..\\..\\y;q:\\x;\\L\\lib;\\\\server\\share\\x;C:x;C:lib\\x;C:;:;\\;/;//x"},
         {"C:\\other", "C:\\L\\lib\\a.jar,c:\\L\\lib,C:\\l\\LIB,C:\\L\\lib\\nul,C:\\L\\l?b\\a*"},
     };
     for (const auto &row : rows) {
@@ -367,8 +361,8 @@ TEST_F(path_rewriting, asks_once_for_what_the_paths_have_in_common) {
         }
         EXPECT_EQ(walks_in(trace), plain_trace) << row.list << " from " << row.from;
         // An element ends at its first missing prefix, unless "." or ".." leads on.
-        EXPECT_LE(list.paths.size(), existing.size() + elements.size() +
-                                         count_if(list.paths.begin(), list.paths.end(), leads_back))
+        EXPECT_LE(list.paths.size(),
+                  existing.size() + elements.size() + count_if(list.paths.begin(), list.paths.end(), leads_back))
             << row.list;
         EXPECT_EQ(asked_in_vain(list.paths, existing), strings()) << row.list;
         EXPECT_EQ(list.current_directory, 1);

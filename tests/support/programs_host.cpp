@@ -19,13 +19,11 @@ uint32_t start(const program &what) {
     posix_spawn_file_actions_t actions;
     posix_spawn_file_actions_init(&actions);
     posix_spawn_file_actions_addchdir_np(&actions, what.folder.c_str());
-    posix_spawn_file_actions_addopen(
-        &actions, 0, fs::exists(what.folder / "in") ? "in" : "/dev/null", O_RDONLY, 0);
+    posix_spawn_file_actions_addopen(&actions, 0, fs::exists(what.folder / "in") ? "in" : "/dev/null", O_RDONLY, 0);
     posix_spawn_file_actions_addopen(&actions, 1, "out", O_WRONLY | O_CREAT | O_TRUNC, 0666);
     posix_spawn_file_actions_addopen(&actions, 2, "err", O_WRONLY | O_CREAT | O_TRUNC, 0666);
     pid_t id = 0;
-    const int failed =
-        posix_spawn(&id, what.file.c_str(), &actions, nullptr, arguments.data(), environ);
+    const int failed = posix_spawn(&id, what.file.c_str(), &actions, nullptr, arguments.data(), environ);
     posix_spawn_file_actions_destroy(&actions);
     return failed ? 0 : static_cast<uint32_t>(id);
 }

@@ -13,11 +13,10 @@ std::map<uint32_t, HANDLE> started;
 
 HANDLE open_stream(const fs::path &file, DWORD access, DWORD creation) {
     SECURITY_ATTRIBUTES inherited = {sizeof inherited, nullptr, TRUE};
-    HANDLE stream = CreateFileW(file.c_str(), access, FILE_SHARE_READ | FILE_SHARE_WRITE,
-                                &inherited, creation, FILE_ATTRIBUTE_NORMAL, nullptr);
-    return stream != INVALID_HANDLE_VALUE
-               ? stream
-               : CreateFileW(L"NUL", access, 0, &inherited, OPEN_EXISTING, 0, nullptr);
+    HANDLE stream = CreateFileW(file.c_str(), access, FILE_SHARE_READ | FILE_SHARE_WRITE, &inherited, creation,
+                                FILE_ATTRIBUTE_NORMAL, nullptr);
+    return stream != INVALID_HANDLE_VALUE ? stream
+                                          : CreateFileW(L"NUL", access, 0, &inherited, OPEN_EXISTING, 0, nullptr);
 }
 
 std::string quoted(const std::string &text) {
@@ -40,8 +39,8 @@ uint32_t start(const program &what) {
     PROCESS_INFORMATION process = {};
     // Under load Wine fails one start in some thousand with error 1359.
     for (int tries = 0; tries < 3; tries++) {
-        if (CreateProcessA(nullptr, line.data(), nullptr, nullptr, TRUE, 0, nullptr,
-                           to_text(what.folder).c_str(), &info, &process) ||
+        if (CreateProcessA(nullptr, line.data(), nullptr, nullptr, TRUE, 0, nullptr, to_text(what.folder).c_str(),
+                           &info, &process) ||
             GetLastError() != ERROR_INTERNAL_ERROR) {
             break;
         }

@@ -24,8 +24,7 @@ protected:
     }
 
     // The status and the output of a tool of this build.
-    static std::pair<uint32_t, std::string> run(const std::string &tool,
-                                                std::vector<std::string> arguments) {
+    static std::pair<uint32_t, std::string> run(const std::string &tool, std::vector<std::string> arguments) {
         for (std::string &argument : arguments) {
             argument = here(argument);
         }
@@ -39,15 +38,13 @@ protected:
 } // namespace
 
 TEST_F(tools, a_launch_is_explained) {
-    put_file("C:\\L\\launcher.cfg",
-             "LAUNCH_MODE=legacy\nCONTAINER_HOME=..\\C\nQUORVEL_HOME=..\\Q\\\n"
-             "QUORVEL_NATIVE_AGENT=..\\Q\\n.dll\n");
+    put_file("C:\\L\\launcher.cfg", "LAUNCH_MODE=legacy\nCONTAINER_HOME=..\\C\nQUORVEL_HOME=..\\Q\\\n"
+                                    "QUORVEL_NATIVE_AGENT=..\\Q\\n.dll\n");
     set_environment("JVM_HOME", here("C:\\J"));
     set_environment("CLASSPATH", here("C:\\L\\lib\\x.jar"));
     put_folder("C:\\L\\lib");
     const auto [status, output] =
-        run("explain_launch",
-            {"--launcher-home", "C:\\L\\", "--one-per-line", "--", "-Xmx64m", "Main", "a b"});
+        run("explain_launch", {"--launcher-home", "C:\\L\\", "--one-per-line", "--", "-Xmx64m", "Main", "a b"});
     set_environment("JVM_HOME", "");
     set_environment("CLASSPATH", "");
     EXPECT_EQ(status, 0u);
@@ -125,12 +122,10 @@ TEST_F(tools, a_launch_that_fails_says_where) {
 }
 
 TEST_F(tools, the_example_of_a_native_host_starts_java_twice) {
-    put_file("C:\\L\\launcher.cfg",
-             "JVM_HOME=..\\J\nCONTAINER_HOME=..\\C\nQUORVEL_HOME=..\\Q\nIGNORE_OPTIONS=-Dold\n");
+    put_file("C:\\L\\launcher.cfg", "JVM_HOME=..\\J\nCONTAINER_HOME=..\\C\nQUORVEL_HOME=..\\Q\nIGNORE_OPTIONS=-Dold\n");
     put_file("C:\\Q\\quorvel.dll", "");
-    const auto [status, output] =
-        run("native_host", {"C:\\L\\jni\\qvljni.dll", "-Dold=1", "-cp", "C:\\L\\a b;x", "exit=3",
-                            "--", "-version", "-Dold=1", "-Da=C:\\L\\", "exit=42"});
+    const auto [status, output] = run("native_host", {"C:\\L\\jni\\qvljni.dll", "-Dold=1", "-cp", "C:\\L\\a b;x",
+                                                      "exit=3", "--", "-version", "-Dold=1", "-Da=C:\\L\\", "exit=42"});
     EXPECT_EQ(status, 42u);
     const char *const arguments[] = {"arg     -Dcom.quorvel.ContainerHome=C:\\C\n",
                                      "arg     -cp\narg     C:\\C\\a b;x\n",
@@ -149,10 +144,8 @@ TEST_F(tools, every_example_configuration_is_for_its_mode) {
     for (const char *mode : {"advanced", "legacy", "patch", "secure", "ri"}) {
         const std::string example = read_file(fs::path(EXAMPLES) / (std::string(mode) + ".cfg"));
         put_file("C:\\L\\launcher.cfg", example);
-        const auto [status, output] =
-            run("explain_launch", {"--launcher-home", "C:\\L", "--", "-Dold.switch=1"});
-        EXPECT_NE(output.find("Launch mode\n  " + std::string(mode) + "\n"), std::string::npos)
-            << output;
+        const auto [status, output] = run("explain_launch", {"--launcher-home", "C:\\L", "--", "-Dold.switch=1"});
+        EXPECT_NE(output.find("Launch mode\n  " + std::string(mode) + "\n"), std::string::npos) << output;
         // Every line that sets something is understood: its home is there, and its list drops the
         // option.
         EXPECT_NE(output.find("(from launcher.cfg)"), std::string::npos) << output;

@@ -30,8 +30,8 @@ std::set<std::string> imported(const std::string &bytes) {
     };
     std::set<std::string> names;
     const size_t directory = pe + 24 + 112 + 8;
-    for (size_t entry = file_offset(at<uint32_t>(bytes, directory));
-         at<uint32_t>(bytes, entry + 12) != 0; entry += 20) {
+    for (size_t entry = file_offset(at<uint32_t>(bytes, directory)); at<uint32_t>(bytes, entry + 12) != 0;
+         entry += 20) {
         names.insert(bytes.data() + file_offset(at<uint32_t>(bytes, entry + 12)));
     }
     return names;

@@ -46,8 +46,8 @@ std::string run_script(const std::string &text, DWORD flags) {
     std::string line = "C:\\qvl_test\\d\\script";
     STARTUPINFOA start_up = {};
     child started = {};
-    if (!CreateProcessA(nullptr, line.data(), nullptr, nullptr, 0, flags, nullptr, nullptr,
-                        &start_up, &started.process)) {
+    if (!CreateProcessA(nullptr, line.data(), nullptr, nullptr, 0, flags, nullptr, nullptr, &start_up,
+                        &started.process)) {
         return "error " + std::to_string(GetLastError());
     }
     if (flags != 0) {
@@ -129,8 +129,8 @@ TEST_P(child_on_host, failures_of_the_start_are_known_at_once) {
     } ROWS[] = {{0600, ERROR_ACCESS_DENIED}, {0700, ERROR_BAD_EXE_FORMAT}};
     for (const auto &row : ROWS) {
         chmod(line, row.mode);
-        EXPECT_FALSE(CreateProcessA(nullptr, line, nullptr, nullptr, 0, GetParam().first, nullptr,
-                                    nullptr, &start_up, &process));
+        EXPECT_FALSE(CreateProcessA(nullptr, line, nullptr, nullptr, 0, GetParam().first, nullptr, nullptr, &start_up,
+                                    &process));
         EXPECT_EQ(GetLastError(), row.error);
         EXPECT_EQ(waitpid(-1, nullptr, WNOHANG), -1) << "a zombie is left";
     }
