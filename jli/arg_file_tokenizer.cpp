@@ -19,6 +19,7 @@ struct new_pieces {
     static constexpr size_t FEW = 16;
     static constexpr size_t MOST_BYTES = 1024;
 
+    // cppcheck-suppress uninitMemberVar ; what there is in the two arrays is counted
     new_pieces(JLI_List context_pieces, const char *eob) : kept(context_pieces), block_end(eob) {}
 
     JLI_List kept; // where pieces go that outlive the call
@@ -136,6 +137,18 @@ inline char unescaped(char byte) {
     }
 }
 
+// Keeps what the block holds of an unfinished token.
+char *end_block(ArgFileContext *context, new_pieces &pieces, ArgFileState state,
+                const char *anchor) {
+    if (is_inside_token(state)) {
+        add_unless_empty(pieces, anchor, context->eob);
+    }
+    keep(pieces);
+    context->state = state;
+    context->cursor = context->eob;
+    return nullptr;
+}
+
 } // namespace
 
 char *nextToken(ArgFileContext *context) {
@@ -195,14 +208,7 @@ char *nextToken(ArgFileContext *context) {
         }
         nextc++;
     }
-
-    if (is_inside_token(state)) {
-        add_unless_empty(pieces, anchor, nextc);
-    }
-    keep(pieces);
-    context->state = state;
-    context->cursor = nextc;
-    return nullptr;
+    return end_block(context, pieces, state, anchor);
 }
 
 JLI_List readArgFile(FILE *file) {
