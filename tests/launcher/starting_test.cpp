@@ -24,7 +24,7 @@ std::string filling_up_to(size_t length, const std::string &program) {
 }
 
 bool comes_true(bool (*condition)()) {
-    for (int i = 0; i < 400 && !condition(); i++) {
+    for (int i = 0; i < 2000 && !condition(); i++) {
         std::this_thread::sleep_for(std::chrono::milliseconds(25));
     }
     return condition();

@@ -39,7 +39,7 @@ void write_process_id(const fs::path &file) {
 bool wait_for_interrupt(const fs::path &file) {
     std::signal(SIGINT, [](int) { interrupted = 1; });
     write_process_id(file);
-    for (int i = 0; i < 400 && !interrupted; i++) {
+    for (int i = 0; i < 1200 && !interrupted; i++) {
         sleep_for(50);
     }
     sleep_for(500);
