@@ -11,8 +11,7 @@ PROCESS_INFORMATION start_command(std::string command_line, DWORD flags) {
     PROCESS_INFORMATION process = {};
     // Under load Wine fails one start in some thousand.
     for (int tries = 0; tries < 3 && process.hProcess == nullptr; tries++) {
-        CreateProcessA(nullptr, command_line.data(), nullptr, nullptr, 0, flags, nullptr, nullptr,
-                       &start_up, &process);
+        CreateProcessA(nullptr, command_line.data(), nullptr, nullptr, 0, flags, nullptr, nullptr, &start_up, &process);
     }
     return process;
 }
@@ -39,8 +38,7 @@ std::string run(const std::string &command_line, DWORD flags) {
     }
     dup2(saved, STDOUT_FILENO);
     close(saved);
-    const std::string output =
-        std::regex_replace(read_file("output"), std::regex("(program|folder ) .*\n"), "");
+    const std::string output = std::regex_replace(read_file("output"), std::regex("(program|folder ) .*\n"), "");
     return std::regex_replace(output, std::regex("arg     (.*)\n"), "[$1]") + end;
 }
 

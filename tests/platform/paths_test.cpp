@@ -17,26 +17,23 @@ void expect_full(std::initializer_list<std::string> table) {
 }
 
 TEST(full_path, is_made_of_the_text_alone) {
-    expect_full({"a -> ~\\a", "a\\ -> ~\\a\\", "a/b -> ~\\a\\b", "a//b/\\ -> ~\\a\\b\\", ". -> ~",
-                 ".\\ -> ~\\", ".\\a\\.\\b -> ~\\a\\b", "a\\. -> ~\\a", "a\\.. -> ~",
-                 "a\\..\\ -> ~\\", "a\\b\\..\\..\\c -> ~\\c", ".. -> C:\\qvl_test",
-                 "..\\..\\..\\.. -> C:\\", "..\\..\\..\\x -> C:\\x", " a -> ~\\ a", "a b -> ~\\a b",
-                 "ab:c -> ~\\ab:c", "\xC3\xA9\xE6\x97\xA5 -> ~\\\xC3\xA9\xE6\x97\xA5"});
+    expect_full({"a -> ~\\a", "a\\ -> ~\\a\\", "a/b -> ~\\a\\b", "a//b/\\ -> ~\\a\\b\\", ". -> ~", ".\\ -> ~\\",
+                 ".\\a\\.\\b -> ~\\a\\b", "a\\. -> ~\\a", "a\\.. -> ~", "a\\..\\ -> ~\\", "a\\b\\..\\..\\c -> ~\\c",
+                 ".. -> C:\\qvl_test", "..\\..\\..\\.. -> C:\\", "..\\..\\..\\x -> C:\\x", " a -> ~\\ a",
+                 "a b -> ~\\a b", "ab:c -> ~\\ab:c", "\xC3\xA9\xE6\x97\xA5 -> ~\\\xC3\xA9\xE6\x97\xA5"});
     // Dots and blanks at the end of a component and of the path.
-    expect_full({"a. -> ~\\a", "a . . -> ~\\a", "a. \\b  -> ~\\a. \\b", "a.\\b -> ~\\a\\b",
-                 "a \\b -> ~\\a \\b", "a\\... -> ~\\a\\", "a\\  -> ~\\a\\", "C:\\a\\..  -> C:\\a\\",
-                 "C:\\  -> C:\\", "C:  -> ~\\", ".a -> ~\\.a", "C:\\.. \\x -> C:\\.. \\x"});
+    expect_full({"a. -> ~\\a", "a . . -> ~\\a", "a. \\b  -> ~\\a. \\b", "a.\\b -> ~\\a\\b", "a \\b -> ~\\a \\b",
+                 "a\\... -> ~\\a\\", "a\\  -> ~\\a\\", "C:\\a\\..  -> C:\\a\\", "C:\\  -> C:\\", "C:  -> ~\\",
+                 ".a -> ~\\.a", "C:\\.. \\x -> C:\\.. \\x"});
     // Drives and roots.
-    expect_full({"C:\\ -> C:\\", "c:\\A\\b -> c:\\A\\b", "C:\\\\a -> C:\\a",
-                 "C:\\a\\..\\..\\b -> C:\\b", "C:\\. -> C:\\", "C: -> ~\\", "C:. -> ~",
-                 "c:.. -> C:\\qvl_test", "c:foo -> ~\\foo", "C:a\\ -> ~\\a\\", "q: -> q:\\",
-                 "Q:foo -> Q:\\foo", "Q:..\\foo -> Q:\\foo", "\\ -> C:\\", "\\x\\y -> C:\\x\\y",
+    expect_full({"C:\\ -> C:\\", "c:\\A\\b -> c:\\A\\b", "C:\\\\a -> C:\\a", "C:\\a\\..\\..\\b -> C:\\b",
+                 "C:\\. -> C:\\", "C: -> ~\\", "C:. -> ~", "c:.. -> C:\\qvl_test", "c:foo -> ~\\foo", "C:a\\ -> ~\\a\\",
+                 "q: -> q:\\", "Q:foo -> Q:\\foo", "Q:..\\foo -> Q:\\foo", "\\ -> C:\\", "\\x\\y -> C:\\x\\y",
                  "\\..\\x -> C:\\x"});
     // Shares and nothing.
     expect_full({"\\\\s\\h -> \\\\s\\h", "\\\\s\\h\\ -> \\\\s\\h\\", "//s/h/x//y -> \\\\s\\h\\x\\y",
-                 "\\\\s\\h\\..\\..\\x -> \\\\s\\h\\x", "\\\\s\\h\\.. -> \\\\s\\h\\",
-                 "\\\\s.\\h. -> \\\\s.\\h.", "\\\\?\\C:\\x\\..\\y -> \\\\?\\C:\\y", " -> ",
-                 "   -> "});
+                 "\\\\s\\h\\..\\..\\x -> \\\\s\\h\\x", "\\\\s\\h\\.. -> \\\\s\\h\\", "\\\\s.\\h. -> \\\\s.\\h.",
+                 "\\\\?\\C:\\x\\..\\y -> \\\\?\\C:\\y", " -> ", "   -> "});
 }
 
 TEST(full_path, needs_room_for_its_terminator) {
@@ -56,26 +53,22 @@ void expect_kind(entry_kind kind, std::initializer_list<std::string> paths) {
 }
 
 TEST(kind_of, resolves_by_text_and_forgives_one_separator) {
-    expect_kind(entry_kind::missing,
-                {"", " ", " e", "C:", "\\\\", "e\\\\", "e/\\", "e\\..\\\\", "C:\\qvl_test\\d\\\\",
-                 "g.txt\\\\", "g.txt\\x", "g.txt:", "missing", "missing\\", "missing\\.", "e\\*",
-                 "\\\\s\\h\\x", "1:", std::string(5000, 'x')});
-    expect_kind(entry_kind::directory,
-                {"C:\\", "C:/", "C:\\\\", "\\", "C:.", "C:e", ".", "./", "..", "e\\", "e/", "e \\",
-                 "g.txt\\..", "missing\\..", "c:\\qvl_test", "\\qvl_test\\d\\",
-                 "..\\..\\..\\qvl_test", "C:\\\\qvl_test\\\\d//e", "C:\\qvl_test\\x\\..\\d"});
-    expect_kind(entry_kind::file,
-                {"g.txt", "g.txt\\", "g.txt/", "g.txt\\.", "g.txt. .", "missing\\..\\g.txt",
-                 "..\\prog.exe", "C:g.txt", "C:\\..\\qvl_test\\prog.exe"});
+    expect_kind(entry_kind::missing, {"", " ", " e", "C:", "\\\\", "e\\\\", "e/\\", "e\\..\\\\", "C:\\qvl_test\\d\\\\",
+                                      "g.txt\\\\", "g.txt\\x", "g.txt:", "missing", "missing\\", "missing\\.", "e\\*",
+                                      "\\\\s\\h\\x", "1:", std::string(5000, 'x')});
+    expect_kind(entry_kind::directory, {"C:\\", "C:/", "C:\\\\", "\\", "C:.", "C:e", ".", "./", "..", "e\\", "e/",
+                                        "e \\", "g.txt\\..", "missing\\..", "c:\\qvl_test", "\\qvl_test\\d\\",
+                                        "..\\..\\..\\qvl_test", "C:\\\\qvl_test\\\\d//e", "C:\\qvl_test\\x\\..\\d"});
+    expect_kind(entry_kind::file, {"g.txt", "g.txt\\", "g.txt/", "g.txt\\.", "g.txt. .", "missing\\..\\g.txt",
+                                   "..\\prog.exe", "C:g.txt", "C:\\..\\qvl_test\\prog.exe"});
 }
 
 TEST(text_file, reads_as_the_windows_runtime) {
     for (const auto &[bytes, text] :
-         rows({" -> ", "a\r\nb -> a\nb", "a\rb\r\rc -> a\rb\r\rc", "a\r\r\nb -> a\r\nb",
-               "\n\r\n\r -> \n\n\r", "\r -> \r", "a\x1A\r\nb -> a", "\x1A -> ", "a\r\x1A\n -> a\r",
-               "\xFF\r\n -> \xFF\n", "~x\r\ny -> ~x\ny", "~xx\r\ny -> ~xx\ny",
-               "~\r\r\r\ny\r -> ~\r\r\ny\r", "~x\ry -> ~x\ry", "~x\r -> ~x\r", "~x\r\x1Ay -> ~x\r",
-               "~~\x1Ay -> ~~"},
+         rows({" -> ", "a\r\nb -> a\nb", "a\rb\r\rc -> a\rb\r\rc", "a\r\r\nb -> a\r\nb", "\n\r\n\r -> \n\n\r",
+               "\r -> \r", "a\x1A\r\nb -> a", "\x1A -> ", "a\r\x1A\n -> a\r", "\xFF\r\n -> \xFF\n", "~x\r\ny -> ~x\ny",
+               "~xx\r\ny -> ~xx\ny", "~\r\r\r\ny\r -> ~\r\r\ny\r", "~x\ry -> ~x\ry", "~x\r -> ~x\r",
+               "~x\r\x1Ay -> ~x\r", "~~\x1Ay -> ~~"},
               std::string(4094, 'x'))) {
         std::ofstream("t", std::ios::binary) << bytes;
         for (size_t block : {1u, 2u, 3u, 4096u}) {

@@ -28,15 +28,13 @@ TEST(command_line, names_a_program_and_its_arguments) {
         fs::create_hard_link("../prog.exe", name);
     }
     std::ofstream("../plain.exe").close();
-    expect_ends(
-        {"C:\\qvl_test\\prog.exe\t1 exit=255 -> [1][exit=255]exit 255",
-         R"("C:\qvl_test\prog" 1 -> [1]exit 0)", R"("C:\qvl_test\prog.exe"x" y" z -> [z]exit 0)",
-         R"(C:\qvl_test\p q\x y.exe 1 2 -> [1][2]exit 0)",
-         R"(C:/qvl_test/d/..\p q\x y 1 -> [1]exit 0)", R"("\qvl_test\p q\x y.exe" 1 -> [1]exit 0)",
-         R"(..\plain 1 -> [1]exit 0)", R"(C:\qvl_test\a.b -> exit 0)",
-         R"(C:\qvl_test\d x.exe -> exit 0)", R"(C:\qvl_test\missing.exe 1 -> error 2)",
-         R"("C:\qvl_test\prog.exe 1" -> error 2)", R"(C:\qvl_test\p q\x -> error 2)", " -> error 2",
-         "\"\" -> error", R"(C:\qvl_test\d -> error)", R"(C:\qvl_test\plain.exe -> error)"});
+    expect_ends({"C:\\qvl_test\\prog.exe\t1 exit=255 -> [1][exit=255]exit 255", R"("C:\qvl_test\prog" 1 -> [1]exit 0)",
+                 R"("C:\qvl_test\prog.exe"x" y" z -> [z]exit 0)", R"(C:\qvl_test\p q\x y.exe 1 2 -> [1][2]exit 0)",
+                 R"(C:/qvl_test/d/..\p q\x y 1 -> [1]exit 0)", R"("\qvl_test\p q\x y.exe" 1 -> [1]exit 0)",
+                 R"(..\plain 1 -> [1]exit 0)", R"(C:\qvl_test\a.b -> exit 0)", R"(C:\qvl_test\d x.exe -> exit 0)",
+                 R"(C:\qvl_test\missing.exe 1 -> error 2)", R"("C:\qvl_test\prog.exe 1" -> error 2)",
+                 R"(C:\qvl_test\p q\x -> error 2)", " -> error 2", "\"\" -> error", R"(C:\qvl_test\d -> error)",
+                 R"(C:\qvl_test\plain.exe -> error)"});
 }
 
 TEST(environment, goes_to_children_by_names_without_letter_case) {

@@ -13,10 +13,9 @@ TEST(drives, the_longest_directory_that_holds_a_path_shows_it) {
     static constexpr struct {
         const char *letter, *stands_for, *directory, *shown;
     } ROWS[] = {
-        {"E", "a/", "a", "E:\\"},         {"E", "a/", "a/bc", "E:\\bc"},
-        {"D", "link", "a/bc/d", "D:\\d"}, {"D", "a/b", "a/bc", "E:\\bc"},
-        {"D", "a", "a/bc", "D:\\bc"},     {"E", "none", "a/b", "D:\\b"},
-        {"Z", "none", "/", nullptr},      {"Z", "/", "/proc", "Z:\\proc"},
+        {"E", "a/", "a", "E:\\"},       {"E", "a/", "a/bc", "E:\\bc"},   {"D", "link", "a/bc/d", "D:\\d"},
+        {"D", "a/b", "a/bc", "E:\\bc"}, {"D", "a", "a/bc", "D:\\bc"},    {"E", "none", "a/b", "D:\\b"},
+        {"Z", "none", "/", nullptr},    {"Z", "/", "/proc", "Z:\\proc"},
     };
     for (const auto &row : ROWS) {
         set_environment(std::string("QVL_HOST_DRIVE_") + row.letter, base / row.stands_for);
