@@ -45,7 +45,8 @@ std::string walk_plainly(std::string path) {
     std::replace(path.begin(), path.end(), '/', '\\');
     const std::string current = text_ptr(__real__Z17current_directoryv()).get();
     path = is_path_relative(path.c_str()) ? current + "\\" + path : path;
-    std::string absolute = (path[0] | 32) != (current[0] | 32) ? path.substr(0, 2) : "";
+    const bool is_elsewhere = path.find('\\') != std::string::npos && (path[0] | 32) != (current[0] | 32);
+    std::string absolute = is_elsewhere ? path.substr(0, 2) : "";
     for (size_t next, at = path.find('\\'); at != std::string::npos; at = next) {
         next = path.find('\\', at + 1);
         absolute += path.substr(at, next - at);
