@@ -271,11 +271,11 @@ TEST_F(command_line, is_traced) {
              "\n    After:  \"" + patch + "\n\nADDED PATCH MODULE ARG:\n-----------------------\n      \"" + patch +
              "\n\nADDED SECURE/PATCH JAVA 9+ ARGS:\n--------------------------------\n" + lines +
              "\nSECURE LAUNCH MODE ARGS:\n------------------------\n" + list + ", Main, \"a b\"\n\n"));
-    for (const texts &row :
-         rows_of("patch 8 8 -> PATCH LAUNCH MODE ARGS:\\n----------------------- & legacy 8 8 -> LEGACY")) {
+    for (const texts &row : rows_of("patch 8 8 -> PATCH & legacy 8 8 -> LEGACY & ri 8 8 -> LEGACY")) {
         start(row[0]);
         trace = traced_by([] { rewrite("-ea|Main|x"); });
-        EXPECT_NE(trace.find(row[1].substr(0, 5)), std::string::npos);
+        const std::string header = row[1] + " LAUNCH MODE ARGS:\n" + std::string(row[1].size() + 18, '-') + "\n-ea, ";
+        EXPECT_NE(trace.find("\n\n" + header), std::string::npos) << trace;
         EXPECT_NE(trace.find(", Main, x\n\n"), std::string::npos) << trace;
     }
 }
