@@ -6,9 +6,6 @@
 int32_t Agent_OnLoad(void *vm, char *options, void *reserved);
 
 int32_t Agent_OnLoad(void *vm, char *options, void *reserved) {
-    (void)vm;
-    (void)reserved;
-    printf("native agent ran%s%s\n", options == NULL ? "" : ": ", options == NULL ? "" : options);
-    fflush(stdout);
-    return 0;
+    printf("native agent ran%s\n", vm == NULL || options != NULL || reserved != NULL ? " with options" : "");
+    return fflush(stdout);
 }

@@ -9,7 +9,7 @@ namespace {
 using testing::Eq;
 using testing::ExitedWithCode;
 
-// What stands for the words in capitals of the table below.
+// What stands for the words in capitals of the tables below.
 constexpr char WORDS[] = R"(
 RULES -> -Dcom.quorvel.rules.local=C:\L\r & PROPERTIES -> "-Dcom.quorvel.QuorvelProperties=C:\L\p q"
 PACK -> -Dcom.quorvel.LauncherPackPath=C:\L & NINE -> -Xshare:off|-XX:+IgnoreUnrecognizedVMOptions & CONFIGURED -> -Xj|"-Dk=a b"
@@ -17,6 +17,10 @@ PATCH -> --patch-module=java.base=C:\Q\module_patch.jar & AGENT -> -javaagent:"C
 EXPORTS -> --add-exports=java.base/jdk.internal.misc=ALL-UNNAMED|--add-exports=java.base/jdk.internal.reflect=ALL-UNNAMED
 OPENS -> --add-opens=java.base/jdk.internal.misc=ALL-UNNAMED|--add-opens=java.base/jdk.internal.reflect=ALL-UNNAMED
 NATIVE -> "-Dcom.quorvel.ContainerHome=C:\C"|-agentlib:quorvel & ALLOWED -> -Dcom.quorvel.AllowVMProperties=allowed
+CONTAINER -> -Xc|"-Dc=C:\L d" & BOTH -> -Djava.net.preferIPv4Stack=true|-Dsun.net.inetaddr.ttl=1|-Dnetworkaddress.cache.ttl=1|-Dfile.encoding=C:\L|-Dsun.net.inetaddr.negative.ttl=1|-Dnetworkaddress.cache.negative.ttl=C:\L
+MODULES -> -p|-Dx=C:\L|--module-path|-p|--upgrade-module-path|-Xmx1m|-d|-jar|--describe-module|m|--add-modules|m|--limit-modules|m|--add-exports|m|--add-opens|m|--add-reads|m|--patch-module|m
+HEAPS -> -Xmx128m|-Xmx255M|-Xmx256m|-Xmx512M|-Xmx1g|-Xmx9|-Xmxm|-Xmx-1m|-Xmx+300m|-Xmx1x999m|-Xmx4294967297m|-Xmx000000000000000000000000000000000000000000000000000128m
+LARGE -> -Xmx256m|-Xmx256m|-Xmx256m|-Xmx512M|-Xmx1g|-Xmx9|-Xmx256m|-Xmx256m|-Xmx+300m|-Xmx256m|-Xmx4294967297m|-Xmx256m
 )";
 
 constexpr char EVERYTHING[] =
@@ -45,7 +49,7 @@ advanced 9 9 -> --class-path|C:\L|--class-path=C:\L\a|-cp|-Xshare:on|-Xruna|-jar
 advanced 9 8 -> --class-path|C:\L|--class-path=C:\L\a|-p|-cp|C:\L|C:\L\m|-jarx|C:\L -> -p|C:\L\m|CONTAINER -> -cp|C:\C|-cp|C:\C\a|-cp|C:\C|-jarx|C:\L
 advanced 8 9 -> -Xshare:on|-XX:+UseParNewGC|--module=m|--module|-cp|C:\L\a b.jar;x|-classpathx|C:\Lx|-cpy|C:\L/y|--class-path=C:\L|--class-path|C:\L -> -XX:+UseParNewGC|--module=m|--module|--class-path=C:\L|--class-path|CONTAINER -> -cp|"C:\C\a b.jar;x"|-classpathx|C:\Lx|-cpy|C:\C\y|C:\L
 advanced 8 9 -> -p|m -> -p|CONTAINER -> m & advanced 9 8 -> --module|m|-Dx -> CONTAINER -> --module|m|-Dx & advanced 9 8 -> --module=m|-Dx -> CONTAINER -> --module=m|-Dx & advanced 8 8 -> |-X -> CONTAINER -> |-X
-advanced 8 8 -> -Djava.net.preferIPv4Stack=true|-Dsun.net.inetaddr.ttl=1|-Dnetworkaddress.cache.ttl=1|-Dfile.encoding=C:\L|-Dsun.net.inetaddr.negative.ttl=1|-Dnetworkaddress.cache.negative.ttl=C:\L -> ARGS -> ARGS
+advanced 8 8 -> BOTH -> BOTH -> BOTH
 advanced 8 8 -> -fullversionx|-Dquorvel:y=C:\L|-Dcom.quorvel.rules.local=C:\L|-Dcom.quorvel|-Dmy.dir=C:\L\d|-Dmy=C:\L|-Dplain=C:\L|-D|-DC:\L|-help|-?x|-javaagent:C:\L|-manpage|-versionx|-Xbootclasspath:C:\L|-Xbootclasspath/p:C:\L|-Xbootclasspath/a:C:\L|-Xbootclasspath -> -Dcom.quorvel.ShowJavaVersion=fullversion|-Dquorvel:y=C:\L|-Dcom.quorvel.rules.local=C:\L|-Dmy.dir=C:\C\d|-help|-Xbootclasspath -> -version|-Dcom.quorvel|-Dmy.dir=C:\C\d|-Dmy=C:\C|-Dplain=C:\L|-D|-DC:\L|-help|-?x|-javaagent:C:\L|-manpage|-versionx|-Xbootclasspath:C:\C|-Xbootclasspath/p:C:\C|-Xbootclasspath/a:C:\C
 native 8 8 -> C:\L\x|a b||-jar|C:\L\x -> C:\L\x|a b||-Xc|-Dc=C:\L d -> -jar|C:\L\x
 legacy 9 9 -> MODULES|-p|-cp|C:\L|-javaagent:m|-javaagent:a|--class-path|C:\L\a|--class-path=C:\L|-fullversion|-version|-help|-?|-Dfile.encoding=x|-a b -> MODULES|-p|-cp|C:\C|-javaagent:m|--class-path|C:\C\a|--class-path=C:\C|-fullversion|-version|-help|-?|-Dfile.encoding=x|"-a b" -> -javaagent:a
@@ -55,24 +59,18 @@ patch 9 8 -> -Xshare:on|-XX:+UseParNewGC|-server|-Xruna|--class-path|C:\L\a|--cl
 patch 9 8 -> --module=m|-Dx -> -> --module=m|-Dx & patch 8 8 -> --module=m|--module||-Dx -> --module=m|--module -> |-Dx
 secure 9 8 -> MODULES|-cp|-Xshare:on|C:\L|-Xbootclasspath/a:C:\L|-Dx=C:\L -> MODULES|-cp|C:\J|-Xbootclasspath/a:C:\J|-Dx=C:\J ->
 secure 8 8 -> -Xshare:auto|-Xno|-XX:+UseParNewGC|-Xruna:b|-Xshare:off -> -XX:+UseParNewGC|-agentlib:a=b|-Xshare:off ->
-ri 9 8 -> MODULES|-Xrunjdwp:a|-Xshare:on|-Xmx100m|-XX:+UseParNewGC|-Xno|-server|-javaagent:a.jar -> ARGS -> & ri 9 8 -> -p|m|m|-p -> -p|m -> m|-p & ri 9 8 -> -jar|C:\L -> -> -jar|C:\L
+ri 9 8 -> MODULES|-Xrunjdwp:a|-Xshare:on|-Xmx100m|-XX:+UseParNewGC|-Xno|-server|-javaagent:a.jar -> MODULES|-Xrunjdwp:a|-Xshare:on|-Xmx100m|-XX:+UseParNewGC|-Xno|-server|-javaagent:a.jar -> & ri 9 8 -> -p|m|m|-p -> -p|m -> m|-p & ri 9 8 -> -jar|C:\L -> -> -jar|C:\L
 ri 9 8 -> --class-path|-Dx=1;C:\L|--class-path=C:\L|-classpath|C:\L|-Xbootclasspath/a:C:\L|-Dapp.dir=C:\L\d|-Dplain.dir=C:\L|-DC:\L|--module=m|-Dx=C:\L|-cp|C:\L|@x -> --class-path|-Dx=1;C:\J|--class-path=C:\J|-classpath|C:\J|-Xbootclasspath/a:C:\J|-Dapp.dir=C:\J\d|-Dplain.dir=C:\L|-DC:\L -> --module=m|-Dx=C:\L|-cp|C:\L|@x
 ri 8 9 -> --class-path=C:\L|-p|--module=m|--module|--class-path|C:\L -> --class-path=C:\L|-p|--module=m|--module|--class-path -> C:\L
 advanced 9 9 -> HEAPS -> LARGE -> & legacy 8 8 -> HEAPS -> LARGE ->
 )";
 
-constexpr char PLACE_WORDS[] = R"(
-ARGS -> ? & CONTAINER -> -Xc|"-Dc=C:\L d"
-MODULES -> -p|-Dx=C:\L|--module-path|-p|--upgrade-module-path|-Xmx1m|-d|-jar|--describe-module|m|--add-modules|m|--limit-modules|m|--add-exports|m|--add-opens|m|--add-reads|m|--patch-module|m
-HEAPS -> -Xmx128m|-Xmx255M|-Xmx256m|-Xmx512M|-Xmx1g|-Xmx9|-Xmxm|-Xmx-1m|-Xmx+300m|-Xmx1x999m|-Xmx4294967297m|-Xmx000000000000000000000000000000000000000000000000000128m
-LARGE -> -Xmx256m|-Xmx256m|-Xmx256m|-Xmx512M|-Xmx1g|-Xmx9|-Xmx256m|-Xmx256m|-Xmx+300m|-Xmx256m|-Xmx4294967297m|-Xmx256m
-)";
-
-std::string in_full(const std::string &list, const char *words, const std::string &args = "") {
+std::string in_full(const std::string &list) {
+    static const std::vector<texts> words = rows_of(WORDS);
     std::string full;
     for (std::string entry : split(list, "|")) {
-        for (const texts &word : rows_of(words)) {
-            entry = entry != word[0] ? entry : word[1] == "?" ? in_full(args, words) : word[1];
+        for (const texts &word : words) {
+            entry = entry == word[0] ? word[1] : entry;
         }
         full += '|' + entry;
     }
@@ -138,14 +136,13 @@ TEST_F(command_line, is_put_in_order) {
     for (const texts &row : rows_of(WHOLE)) {
         start(row[0], EVERYTHING);
         rewrite(row[1]);
-        EXPECT_EQ(result(), in_full(row[2], WORDS) + " -> " + row[3]) << row[0] << ' ' << row[1];
+        EXPECT_EQ(result(), in_full(row[2]) + " -> " + row[3]) << row[0] << ' ' << row[1];
     }
     for (const texts &row : rows_of(PLACES)) {
         start(row[0], "NON_PATH_OPTIONS=plain\nALLOW_VM_OPTIONS=my.dir=elp\nIGNORE_OPTIONS=-Xno=-Xrunno\n"
                       "CONTAINER_OPTIONS=\"-Xc\" \"-Dc=C:\\L d\"");
-        place_each(in_full(row[1], PLACE_WORDS));
-        EXPECT_EQ(result(), in_full(row[2], PLACE_WORDS, row[1]) + " -> " + in_full(row[3], PLACE_WORDS, row[1]))
-            << row[0];
+        place_each(in_full(row[1]));
+        EXPECT_EQ(result(), in_full(row[2]) + " -> " + in_full(row[3])) << row[0];
     }
     // A mode is chosen by how its name begins.
     for (const texts &row :
@@ -259,7 +256,7 @@ TEST_F(command_line, is_traced) {
     std::string trace = traced_by([] { rewrite("-server|-ea|Main|a b"); });
     const std::string quoting = "QUOTING WINDOWS ARG DUE TO SPACES:\n    Before: ";
     std::string patch = "--patch-module=java.base=C:\\Q q\\module_patch.jar\"";
-    const std::string packages = in_full("EXPORTS|OPENS", WORDS);
+    const std::string packages = in_full("EXPORTS|OPENS");
     std::string lines,
         list = "-ea, -Dcom.quorvel.LauncherPackPath=C:\\L, -Xshare:off, -XX:+IgnoreUnrecognizedVMOptions, \"" + patch;
     for (const std::string &option : split(packages, "|")) {
@@ -274,11 +271,11 @@ TEST_F(command_line, is_traced) {
              "\n    After:  \"" + patch + "\n\nADDED PATCH MODULE ARG:\n-----------------------\n      \"" + patch +
              "\n\nADDED SECURE/PATCH JAVA 9+ ARGS:\n--------------------------------\n" + lines +
              "\nSECURE LAUNCH MODE ARGS:\n------------------------\n" + list + ", Main, \"a b\"\n\n"));
-    for (const texts &row :
-         rows_of("patch 8 8 -> PATCH LAUNCH MODE ARGS:\\n----------------------- & legacy 8 8 -> LEGACY")) {
+    for (const texts &row : rows_of("patch 8 8 -> PATCH & legacy 8 8 -> LEGACY & ri 8 8 -> LEGACY")) {
         start(row[0]);
         trace = traced_by([] { rewrite("-ea|Main|x"); });
-        EXPECT_NE(trace.find(row[1].substr(0, 5)), std::string::npos);
+        const std::string header = row[1] + " LAUNCH MODE ARGS:\n" + std::string(row[1].size() + 18, '-') + "\n-ea, ";
+        EXPECT_NE(trace.find("\n\n" + header), std::string::npos) << trace;
         EXPECT_NE(trace.find(", Main, x\n\n"), std::string::npos) << trace;
     }
 }

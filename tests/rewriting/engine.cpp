@@ -2,7 +2,6 @@
 
 #include <cstdlib>
 #include <list>
-#include <sstream>
 
 #include "core/jlp_utils.h"
 #include "core/state_arrays.h"
@@ -61,7 +60,7 @@ texts split(const std::string &text, const std::string &separator) {
 std::vector<texts> rows_of(const std::string &table) {
     std::vector<texts> rows;
     for (const std::string &line : split(table, "\n")) {
-        for (const std::string &row : split(line, line.empty() ? "\n" : " & ")) {
+        for (const std::string &row : split(line, " & ")) {
             rows.push_back(split(row, "->"));
             for (std::string &column : rows.back()) {
                 column = trimmed(column);
@@ -73,19 +72,15 @@ std::vector<texts> rows_of(const std::string &table) {
 }
 
 void start(const std::string &how, const std::string &config) {
-    std::string mode;
-    int host = 0;
-    int guest = 0;
-    std::istringstream(how) >> mode >> host >> guest;
-    put_file("C:\\L\\launcher.cfg", "LAUNCH_MODE=" + mode +
-                                        here("\nCONTAINER_HOME=C:\\C\nJVM_HOME=C:\\J\nQUORVEL_HOME=C:\\Q\n" + config) +
-                                        '\n');
+    const texts words = split(how, " ");
+    const std::string homes = "CONTAINER_HOME=C:\\C\nJVM_HOME=C:\\J\nQUORVEL_HOME=C:\\Q\n";
+    put_file("C:\\L\\launcher.cfg", here(homes + config + "\nLAUNCH_MODE=" + words[0] + '\n'));
     forget_configuration();
     assign_text(&launcher_home, here("C:\\L"));
-    is_native_invocation = mode == "native";
+    is_native_invocation = words[0] == "native";
     load_config_file();
-    is_host_java_9_plus = host >= 9;
-    is_guest_java_9_plus = guest >= 9;
+    is_host_java_9_plus = words[1] == "9";
+    is_guest_java_9_plus = words[2] == "9";
 }
 
 void rewrite(const std::string &args) {
@@ -106,14 +101,11 @@ void place_each(const std::string &args) {
 
 std::string result() {
     std::string text;
-    for (int i = 0; i < lhs_count; i++) {
-        text += (i > 0 ? "|" : "") + std::string(lhs[i]);
+    for (int i = 0; i < lhs_count + rhs_count; i++) {
+        text += i == lhs_count ? " -> " : i == 0 ? "" : "|";
+        text += i < lhs_count ? lhs[i] : rhs[i - lhs_count];
     }
-    text += " -> ";
-    for (int i = 0; i < rhs_count; i++) {
-        text += (i > 0 ? "|" : "") + std::string(rhs[i]);
-    }
-    return there(text);
+    return there(rhs_count == 0 ? text + " -> " : text);
 }
 
 void set_variable(const std::string &name, const std::string &value) {

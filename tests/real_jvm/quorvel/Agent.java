@@ -1,9 +1,7 @@
 package quorvel;
 
-import java.lang.instrument.Instrumentation;
-
 public class Agent {
-    public static void premain(String options, Instrumentation instrumentation) {
+    public static void premain(String options) {
         System.out.println("java agent ran");
     }
 }
