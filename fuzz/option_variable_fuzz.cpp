@@ -6,11 +6,10 @@
 // here, and whatever was allocated since is released.
 
 #include <algorithm>
+#include <cassert>
 #include <csetjmp>
 #include <cstdint>
 #include <cstdio>
-#include <cstdlib>
-#include <cstring>
 #include <string>
 #include <unordered_set>
 
@@ -21,7 +20,6 @@ namespace {
 
 bool in_expand = false;
 jmp_buf after_expand;
-int exit_status;
 std::string file_content;
 
 // What expand() has allocated and not given back.
@@ -35,55 +33,27 @@ Block *note(Block *block) {
     return block;
 }
 
-void require(bool holds) {
-    if (!holds) {
-        abort();
-    }
-}
-
 } // namespace
 
+#define WRAP(type, name, parameters, ...)                                                                              \
+    type __real_##name parameters;                                                                                     \
+    type __wrap_##name parameters {                                                                                    \
+        return __VA_ARGS__;                                                                                            \
+    }
+
 extern "C" {
+WRAP(void *, malloc, (size_t size), note(__real_malloc(size)))
+WRAP(char *, strdup, (const char *text), note(__real_strdup(text)))
+WRAP(void *, realloc, (void *block, size_t size), (blocks.erase(block), note(__real_realloc(block, size))))
+WRAP(void, free, (void *block), (assert(!in_expand || block == nullptr || blocks.erase(block)), __real_free(block)))
+
 [[noreturn]] void __real_exit(int status);
-void *__real_malloc(size_t size);
-void *__real_realloc(void *block, size_t size);
-char *__real_strdup(const char *text);
-void __real_free(void *block);
-
-[[noreturn]] void __wrap_exit(int status);
-void *__wrap_malloc(size_t size);
-void *__wrap_realloc(void *block, size_t size);
-char *__wrap_strdup(const char *text);
-void __wrap_free(void *block);
-entry_kind __wrap__Z7kind_ofPKc(const char *path);
-FILE *__wrap__Z14open_text_filePKcS0_(const char *path, const char *mode);
-
-void __wrap_exit(int status) {
+[[noreturn]] void __wrap_exit(int status) {
     if (!in_expand) {
         __real_exit(status);
     }
-    exit_status = status;
+    assert(status == 1);
     longjmp(after_expand, 1);
-}
-
-void *__wrap_malloc(size_t size) {
-    return note(__real_malloc(size));
-}
-
-void *__wrap_realloc(void *block, size_t size) {
-    blocks.erase(block);
-    return note(__real_realloc(block, size));
-}
-
-char *__wrap_strdup(const char *text) {
-    return note(__real_strdup(text));
-}
-
-void __wrap_free(void *block) {
-    if (in_expand) {
-        require(block == nullptr || blocks.erase(block) == 1);
-    }
-    __real_free(block);
 }
 
 entry_kind __wrap__Z7kind_ofPKc(const char *path) {
@@ -95,38 +65,26 @@ FILE *__wrap__Z14open_text_filePKcS0_(const char *, const char *mode) {
 }
 }
 
-namespace {
-
-// Every option that came through is one that may stand there, and the bookkeeping agrees.
-void check_options(JLI_List args) {
-    for (size_t i = 0; i < args->size; i++) {
-        require(isTerminalOpt(args->elements[i]) == 0);
-    }
-    require(JLI_GetAppArgIndex() == -1);
-}
-
-} // namespace
-
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size) {
     if (size == 0) {
         return 0;
     }
     const char *variable_name = data[0] % 2 == 0 ? "OPTIONS" : nullptr;
-    const std::string input(reinterpret_cast<const char *>(data) + 1, size - 1);
+    const std::string input(data + 1, data + size);
     const std::string text = input.c_str();
     file_content = input.substr(std::min(input.size(), text.size() + 1)) + "\n";
 
     // A first call after arguments were checked marks a relaunch, the second starts anew.
     JLI_InitArgProcessing(0, 0);
     JLI_InitArgProcessing(0, 0);
-    exit_status = -1;
     in_expand = true;
     if (setjmp(after_expand) == 0) {
         JLI_List args = JLI_List_new(1);
-        require(expand(args, text.c_str(), variable_name) == 1);
-        check_options(args);
-    } else {
-        require(exit_status == 1);
+        const int result = expand(args, text.c_str(), variable_name);
+        assert(result == 1);
+        // Every option that came through is one that may stand there, and the bookkeeping agrees.
+        assert(std::none_of(args->elements, args->elements + args->size, isTerminalOpt));
+        assert(JLI_GetAppArgIndex() == -1);
     }
     in_expand = false;
     for (void *block : blocks) {

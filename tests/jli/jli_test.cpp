@@ -1,0 +1,248 @@
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <cstring>
+#include <fstream>
+
+#include "jli/text.h"
+#include "tests/jli/tokens.h"
+#include "tests/support/disk.h"
+
+namespace {
+
+size_t allocations = 0; // calls of malloc(), realloc() and strdup()
+size_t refused = 0;     // which of them fails
+
+// The strings of a list that expand() has filled lie in its block: it is not freed.
+JLI_List kept(JLI_List list) {
+    static auto &lists = *new std::vector<JLI_List>;
+    lists.push_back(list);
+    return list;
+}
+
+// Every row is a result and the inputs that have it, between semicolons.
+void expect_results(std::string (*result)(const char *), std::vector<std::pair<const char *, const char *>> rows) {
+    for (const auto &[expected, inputs] : rows) {
+        JLI_List list = kept(JLI_List_split(inputs, ';'));
+        for (size_t i = 0; i < list->size; i++) {
+            EXPECT_EQ(result(list->elements[i]), expected) << list->elements[i];
+        }
+    }
+}
+
+TEST(memory, exhausted_heap_ends_the_process) {
+    const testing::ExitedWithCode failed(1);
+    EXPECT_EXIT((refused = allocations + 1, JLI_MemAlloc(1)), failed, "^malloc: .+\n$");
+    EXPECT_EXIT((refused = allocations + 1, JLI_MemRealloc(nullptr, 1)), failed, "^realloc: .+\n$");
+    EXPECT_EXIT((refused = allocations + 1, JLI_StringDup("text")), failed, "^strdup: .+\n$");
+    EXPECT_EXIT((refused = allocations + 2, JLI_List_new(1)), failed, "^malloc: .+\n$");
+}
+
+// The pieces, then the text joined again and combined.
+std::string split(const char *text) {
+    JLI_List list = kept(JLI_List_split(text, ','));
+    EXPECT_EQ(list->capacity, list->size);
+    const text_ptr joined(JLI_List_join(list, ',')), combined(JLI_List_combine(list));
+    return shown(list) + ' ' + joined.get() + ' ' + combined.get();
+}
+
+TEST(list, grows_splits_joins_and_combines) {
+    JLI_List list = JLI_List_new(3);
+    for (size_t size = 1; size <= 7; size++) {
+        JLI_List_addSubstring(list, "text", 2);
+        EXPECT_EQ(list->capacity, size <= 3 ? 3u : size <= 6 ? 6u : 12u);
+    }
+    JLI_List_ensureCapacity(list, 300);
+    EXPECT_EQ(list->capacity, 384u);
+    EXPECT_EQ(shown(list), "te|te|te|te|te|te|te|");
+    JLI_List_free(list);
+    expect_results(split, {{"|  ", ""}, {"|| , ", ","}, {"a| a a", "a"}, {"a||bc|| a,,bc, abc", "a,,bc,"}});
+}
+
+TEST(comparisons, prefix_and_suffix) {
+    EXPECT_EQ(JLI_StrCCmp("--module=foo", "--module="), 0);
+    EXPECT_LT(JLI_StrCCmp("--mod", "--module"), 0);
+    EXPECT_GT(JLI_StrCCmp("\x80", "ab"), 0);
+    expect_results([](const char *text) { return std::to_string(JLI_HasSuffix(text, ".JaR")); },
+                   {{"1", "app.JAR;a.b.jar;.jar"}, {"0", "app.jar.bak;jar;app.jarx;"}});
+}
+
+std::string classes_of(const char *arg) {
+    std::string classes(IsClassPathOption(arg), 'C');
+    classes.append(IsLauncherMainOption(arg), 'M').append(IsLauncherOption(arg), 'L');
+    classes.append(IsModuleOption(arg), 'O').append(IsLongFormModuleOption(arg), 'F');
+    return classes.append(IsWhiteSpaceOption(arg), 'W').append(isTerminalOpt(arg), 'T');
+}
+
+TEST(option_classes, accept_their_options_alone) {
+    expect_results(classes_of,
+                   {{"CLW", "-classpath;-cp;--class-path"},
+                    {"MLWT", "--module;-m"},
+                    {"LW", "--describe-module;-d;--source"},
+                    {"OW", "--module-path;-p;--add-modules;--upgrade-module-path;--limit-modules"},
+                    {"OW", "--add-exports;--add-opens;--add-reads;--patch-module"},
+                    {"F", "--module-path=x;--upgrade-module-path=;--add-modules=x;--limit-modules=x"},
+                    {"F", "--add-exports=a/b=c;--add-reads=x;--patch-module=x"},
+                    {"T", "-jar;--module=;--module=m/x;--dry-run;-h;-?;-help;--help;-X"},
+                    {"T", "--help-extra;-version;--version;-fullversion;--full-version"},
+                    {"", ";-;-c;-cpx;-CP;--class-path=x;--add-opens=a/b=c;-ja;-jarx;--modules;-Xmx1m;-showversion"}});
+}
+
+std::string read_back(const std::string &content) {
+    std::ofstream("tokens.args", std::ios::binary) << content;
+    FILE *file = fopen("tokens.args", "rb");
+    JLI_List list = readArgFile(file);
+    fclose(file);
+    return shown(kept(list));
+}
+
+TEST(argument_file, has_the_same_tokens_wherever_its_blocks_meet) {
+    const std::pair<std::string, const char *> rows[] = {
+        {"-cp a.jar\n-Dx=1 \t\f\r\na\fb\rc\vd\n\x1a \x80\xff @x @@x @ \"abc\\\n  ",
+         "-cp|a.jar|-Dx=1|a|b|c\vd|\x1a|\x80\xff|@x|@@x|@|"},
+        {"\"a b\" 'a b' a\"b c\"d \"it's\" 'say \"x\"'\n\"\"\n''\n\"\"x", "a b|a b|ab cd|it's|say \"x\"|||x|"},
+        {"\"\"", ""},
+        {"\"abc\nd \"abc\r\nd'e\nx \"abc\\", "abc|d|abc|de|x|"},
+        {"\"a\\tb\\n\\r\\f\" \"c:\\\\dir\" \"\\q\\\"\\'\\#\" c:\\dir\\x", "a\tb\n\r\f|c:\\dir|q\"'#|c:\\dir\\x|"},
+        {"'C:\\dir\\x' \"C:\\temp\" C:\\temp \"a\\t", "C:dirx|C:\temp|C:\\temp|a\t|"},
+        {"\"abc\\\n   def\" \"abc\\\r\n \t\f\n\ndef\" 'a\\\n\\\n'b \"\\\n\"", "abcdef|abcdef|ab||"},
+        {"# note\n-a #note\n-b#note\n\"#x\" #a \"b\\\n'c\r#d\ne a\"b\"#c\nd a\\#b\"c\\\"#\"#", "-a|#x|c|e|d|"},
+    };
+    for (const auto &[text, tokens] : rows) {
+        for (size_t at = 1; at <= text.size(); at++) {
+            EXPECT_EQ(tokens_in_blocks(text, at), tokens) << text << "\nin blocks of " << at;
+            EXPECT_EQ(read_back('#' + std::string(4094 - at, 'x') + '\n' + text), tokens) << text << "\ncut at " << at;
+        }
+    }
+    const char pieces[] = "a\0b c a\0b'c\0d'e '\\\0a' #\0\nb"; // end at a null byte
+    EXPECT_EQ(read_back({pieces, sizeof pieces - 1}), "a|c|ace|a|b|");
+}
+
+TEST(argument_file, has_little_besides_its_tokens_on_the_heap) {
+    const std::string token(1 << 20, '\\');
+    const size_t before = allocations;
+    EXPECT_TRUE(read_back("'" + token + token) == token + "|");
+    EXPECT_LT(allocations - before, 6 * token.size() / 4096);
+}
+
+// The bookkeeping as it is at the start of the process, apart from the relaunch.
+void start_anew() {
+    JLI_InitArgProcessing(0, 0);
+    JLI_InitArgProcessing(0, 0);
+}
+
+// What becomes of each argument, "." for one that is used as it is, and then the index.
+std::string go_on_with(const char *args) {
+    std::string result;
+    JLI_List list = kept(JLI_List_split(args, '|'));
+    for (size_t i = 0; i < list->size; i++) {
+        JLI_List expansion = JLI_PreprocessArg(list->elements[i], list->elements[i][0] == '-');
+        result += expansion == nullptr ? "." : shown(kept(expansion));
+    }
+    return result + std::to_string(JLI_GetAppArgIndex());
+}
+
+TEST(arguments, are_expanded_up_to_the_first_application_argument) {
+    std::ofstream("two.args", std::ios::binary) << "-cp\r\n'a b'\x1a x";
+    expect_results([](const char *args) { return start_anew(), go_on_with(args); },
+                   {{".2", ";@"},
+                    {"..2", "--module=m/x|Main;Main|@two.args"},
+                    {"..3", "-cp|--module=m/x;--module|m/x;-m|m/x;-jar|app.jar;--disable-@files|@two.args"},
+                    {"...4", "-cp|lib|Main;--source|11|Main.java;-cp||;-cp|-Dx|Main"},
+                    {"-cp|a b|.4", "@two.args|Main"},
+                    {"@x|.2", "@@x|@two.args"},
+                    {".@@x|-1", "-cp|@@@x"},
+                    {"--source|11|-Da='b|-1", "--source 11  -Da='b"},
+                    {"..-1", "-cp|lib;-|--module-path=a;--source\t11|-x;--disable-@files|--source 11"}});
+    start_anew();
+    JLI_InitArgProcessing(1, 1);
+    EXPECT_EQ(go_on_with("-cp|@two.args"), "..0");
+    JLI_InitArgProcessing(0, 0); // after an argument: a relaunch
+    EXPECT_EQ(go_on_with("-cp|@two.args"), "..-1");
+}
+
+std::string expanded(const char *text) {
+    start_anew();
+    JLI_List list = kept(JLI_List_new(1));
+    EXPECT_EQ(expand(list, text, "V"), 1);
+    return shown(list);
+}
+
+TEST(option_variable, is_split_at_whitespace_and_joined_by_quotes) {
+    std::ofstream("three.args") << "-cp lib '-Da=1 2'";
+    std::ofstream("empty.args") << "";
+    expect_results(expanded,
+                   {{"", "; \t\n\v\f\r"},
+                    {"-a|-b|-c|-\xa0\x85#|-\\\\\"|", " -a\v-b\f-c   -\xa0\x85# -\\'\\\"'\n"},
+                    {"-Dx=a b|-it's|-say \"x\"|--source 11|", "-Dx=\"a b\" -'it'\"'s\" -'say \"x\"' '--source 11'"},
+                    {"-cp|C:\\dir|-cp||-x -y\\|", "-cp C:\\dir -cp '' \"-x \"-y'\\'"},
+                    {"-x|-cp|lib|-Da=1 2|-cp|@x|", "-x @three.args '@empty.args' -cp @@x"},
+                    {"--disable-@files|-cp|@three.args|", "--disable-@files -cp @three.args"}});
+}
+
+// With tracing on a body says this on standard error and in the trace log, and nothing with it off.
+// Either is for good, as is the bookkeeping: the process of the body starts anew.
+void expect_end(const auto &body, int status, const std::string &said) {
+    GTEST_FLAG_SET(death_test_style, "threadsafe");
+    for (const bool traced : {false, true}) {
+        EXPECT_EXIT((LOG_FILE_FD = fopen("jli_test.log", "wb"), traced ? JLI_SetTraceLauncher() : void(), body()),
+                    testing::ExitedWithCode(status), testing::Eq(traced ? said : ""));
+        EXPECT_EQ(read_file("jli_test.log"), traced ? said : "");
+    }
+}
+
+void pick_up_variables() {
+    JLI_List list = kept(JLI_List_new(1));
+    for (const char *setting : {"V1=-cp", "V2=  ", "V3='b c'", "V4"}) {
+        putenv(const_cast<char *>(setting));
+        JLI_ReportMessage("[%d]", JLI_AddArgsFromEnvVar(list, std::string(setting, 2).c_str()));
+    }
+    JLI_ReportMessage("%s", shown(list).c_str());
+    exit(0);
+}
+
+TEST(option_variable, is_picked_up_from_the_environment) {
+    expect_end(pick_up_variables, 0,
+               "NOTE: Picked up V1: -cp[1]NOTE: Picked up V2:   [1]NOTE: Picked up V3: 'b c'[1][0]-cp|b c|");
+    expect_end([] { JLI_InitArgProcessing(1, 0), pick_up_variables(); }, 0, "[0][0][0][0]");
+    expect_end([] { checkArg("-x"), start_anew(), pick_up_variables(); }, 0, "[0][0][0][0]");
+}
+
+TEST(failure, ends_the_process_with_a_message) {
+    std::ofstream("jar.args") << "-x -jar";
+    std::ofstream("unreadable") << "";
+    const char *const rows[][3] = {
+        {"V", "@no\\where", "could not open `no\\where'"},
+        {"V", "@.", "could not open `.'"},
+        {"V", "@unreadable", "loading: unreadable"},
+        {nullptr, "--source 11 --module=m/x", "Option --module=m/x is not allowed in this context"},
+        {nullptr, "--source 11 @jar.args", "Option -jar in @jar.args is not allowed in this context"},
+        {nullptr, "--source 11 Main", "Cannot specify main class in this context"},
+        {"V", "-x '-y\" -z", "Unmatched quote in environment variable V"},
+        {"V", "-x '-version'", "Option -version is not allowed in environment variable V"},
+        {"V", "-cp lib Main -version", "Cannot specify main class in environment variable V"},
+    };
+    for (const auto &row : rows) {
+        expect_end([&row] { expand(JLI_List_new(1), row[1], row[0]); }, 1, std::string("Error: ") + row[2]);
+    }
+}
+
+} // namespace
+
+#define WRAP_ALLOCATION(type, name, parameters, ...)                                                                   \
+    type __real_##name parameters;                                                                                     \
+    type __wrap_##name parameters {                                                                                    \
+        return ++allocations == refused ? nullptr : __real_##name(__VA_ARGS__);                                        \
+    }
+
+extern "C" {
+WRAP_ALLOCATION(void *, malloc, (size_t size), size)
+WRAP_ALLOCATION(void *, realloc, (void *block, size_t size), block, size)
+WRAP_ALLOCATION(char *, strdup, (const char *text), text)
+
+// One file can be opened but not read.
+FILE *__real__Z14open_text_filePKcS0_(const char *path, const char *mode);
+FILE *__wrap__Z14open_text_filePKcS0_(const char *path, const char *mode) {
+    return strcmp(path, "unreadable") == 0 ? fopen(path, "w") : __real__Z14open_text_filePKcS0_(path, mode);
+}
+}
