@@ -2,6 +2,7 @@
 
 #include <cstdlib>
 #include <list>
+#include <sstream>
 
 #include "core/jlp_utils.h"
 #include "core/state_arrays.h"
@@ -9,6 +10,15 @@
 #include "platform/windows_services.h"
 
 namespace {
+
+texts split_at(const std::string &text, const std::string &separator) {
+    texts parts;
+    for (size_t start = 0, end = 0; end != std::string::npos; start = end + separator.size()) {
+        end = text.find(separator, start);
+        parts.push_back(text.substr(start, end - start));
+    }
+    return parts;
+}
 
 // The opposite of here().
 std::string there(std::string text) {
@@ -19,93 +29,83 @@ std::string there(std::string text) {
     return text;
 }
 
+std::string joined(char *const *entries, int count) {
+    std::string text;
+    for (int i = 0; i < count; i++) {
+        text += (i > 0 ? "|" : "") + std::string(entries[i]);
+    }
+    return there(text);
+}
+
 void forget_configuration() {
-    is_native_invocation = 1; // the reset is for no other
-    reset_jlp_for_native_invocation();
-    for (char **text : {&rule_file, &rule_file_arg, &quorvel_properties_file, &quorvel_properties_arg,
-                        &quorvel_library_path, &allow_vm_properties_option}) {
+    for (char **text : {&launcher_home, &launch_mode, &container_home, &jvm_home, &quorvel_home, &rule_file,
+                        &rule_file_arg, &quorvel_properties_file, &quorvel_properties_arg, &quorvel_library_path,
+                        &allow_vm_properties_option, &launcher_path_arg, &new_mem_val_as_str}) {
         release_text(text);
     }
-    release_entries(non_path_options_array, &non_path_options_count);
-    release_entries(allow_vm_properties_array, &allow_vm_properties_count);
-    release_entries(ignore_properties_array, &ignore_properties_count);
-    release_entries(jvm_options_array, &jvm_options_count);
-    release_entries(container_options_array, &container_options_count);
+    for (auto &[array, count] : {std::pair{non_path_options_array, &non_path_options_count},
+                                 {allow_vm_properties_array, &allow_vm_properties_count},
+                                 {ignore_properties_array, &ignore_properties_count},
+                                 {jvm_options_array, &jvm_options_count},
+                                 {container_options_array, &container_options_count},
+                                 {processedArg, &processedArgCount},
+                                 {newPathList, &newPathListCount}}) {
+        release_entries(array, count);
+    }
+    lhs_count = rhs_count = 0;
 }
 
 } // namespace
 
-void make_homes() {
-    static const fs::path tests_folder = fs::current_path();
-    fs::current_path(tests_folder); // Windows does not empty the current directory
-    make_disk();
-    for (const std::string &file :
-         split("Q\\module_patch.jar|Q q\\module_patch.jar|Q\\windows-x64\\quorvel.dll|Q2\\windows-i586\\quorvel.dll|"
-               "Q2\\quorvel.dll|folder\\module_patch.jar\\x|L\\lib\\a.jar|L\\lib\\b c.jar|L\\a.jar|L\\jre\\x|"
-               "other\\a.jar|other\\L\\x|Lx\\a.jar|C\\lib\\jrt-fs.jar|C\\legal\\java.base\\x|J\\lib\\jrt-fs.jar",
-               "|")) {
-        put_file("C:\\" + file, "");
-    }
-}
-
-texts split(const std::string &text, const std::string &separator) {
-    texts parts;
-    for (size_t start = 0, end = 0; end != std::string::npos; start = end + separator.size()) {
-        end = text.find(separator, start);
-        parts.push_back(text.substr(start, end - start));
-    }
-    return parts;
-}
-
 std::vector<texts> rows_of(const std::string &table) {
     std::vector<texts> rows;
-    for (const std::string &line : split(table, "\n")) {
-        for (const std::string &row : split(line, " & ")) {
-            rows.push_back(split(row, "->"));
+    for (const std::string &line : split_at(table, "\n")) {
+        if (!line.empty() && line[0] != '#') {
+            rows.push_back(split_at(line, "->"));
             for (std::string &column : rows.back()) {
                 column = trimmed(column);
             }
         }
     }
-    std::erase(rows, texts{""});
     return rows;
 }
 
+texts entries_of(const std::string &list) {
+    return list.empty() ? texts() : split_at(list, "|");
+}
+
 void start(const std::string &how, const std::string &config) {
-    const texts words = split(how, " ");
-    const std::string homes = "CONTAINER_HOME=C:\\C\nJVM_HOME=C:\\J\nQUORVEL_HOME=C:\\Q\n";
-    put_file("C:\\L\\launcher.cfg", here(homes + config + "\nLAUNCH_MODE=" + words[0] + '\n'));
+    std::string mode;
+    int host = 0;
+    int guest = 0;
+    std::istringstream(how) >> mode >> host >> guest;
+    put_file("C:\\L\\launcher.cfg", "LAUNCH_MODE=" + mode + '\n' +
+                                        here("CONTAINER_HOME=C:\\C\nJVM_HOME=C:\\J\n"
+                                             "QUORVEL_HOME=C:\\Q\n" +
+                                             config + '\n'));
     forget_configuration();
     assign_text(&launcher_home, here("C:\\L"));
-    is_native_invocation = words[0] == "native";
+    is_native_invocation = mode == "native";
     load_config_file();
-    is_host_java_9_plus = words[1] == "9";
-    is_guest_java_9_plus = words[2] == "9";
+    is_host_java_9_plus = host >= 9;
+    is_guest_java_9_plus = guest >= 9;
 }
 
 void rewrite(const std::string &args) {
-    texts entries = split(here(args), "|");
+    texts entries = entries_of(here(args));
     std::vector<char *> argv;
     for (std::string &entry : entries) {
         argv.push_back(entry.data());
     }
-    parse_arguments(args.empty() ? 0 : static_cast<int>(argv.size()), argv.data());
+    parse_arguments(static_cast<int>(argv.size()), argv.data());
 }
 
-void place_each(const std::string &args) {
-    int flags[4] = {};
-    for (const std::string &arg : split(here(args), "|")) {
-        process_single_arg(arg.c_str(), lhs, &lhs_count, rhs, &rhs_count, &flags[0], &flags[1], &flags[2], &flags[3]);
-    }
+std::string host_list() {
+    return joined(lhs, lhs_count);
 }
 
-std::string result() {
-    std::string text;
-    for (int i = 0; i < lhs_count + rhs_count; i++) {
-        text += i == lhs_count ? " -> " : i == 0 ? "" : "|";
-        text += i < lhs_count ? lhs[i] : rhs[i - lhs_count];
-    }
-    return there(rhs_count == 0 ? text + " -> " : text);
+std::string guest_list() {
+    return joined(rhs, rhs_count);
 }
 
 void set_variable(const std::string &name, const std::string &value) {

@@ -11,27 +11,23 @@
 
 using texts = std::vector<std::string>;
 
-// Makes the disk with the files that the tests name.
-void make_homes();
-
-texts split(const std::string &text, const std::string &separator);
-
-// The rows of a table, a line each or with " & " between them: columns with "->" between them.
+// The rows of a table, a line each: columns with "->" between them, "#" before a remark.
 std::vector<texts> rows_of(const std::string &table);
+
+// The arguments of a list, which is written with "|" between them.
+texts entries_of(const std::string &list);
 
 // Loads launcher.cfg with these lines besides the launch mode and the homes. `how` is the mode and
 // the Java versions of host and guest, as in "legacy 9 8"; the mode "native" is that of a native
 // host.
 void start(const std::string &how, const std::string &config = "");
 
-// Rewrites a list of arguments, which is written with "|" between them.
+// Rewrites a list of arguments.
 void rewrite(const std::string &args);
 
-// The same, one argument after the other, without what parse_arguments adds.
-void place_each(const std::string &args);
-
-// The rewritten lists with "->" between them, and the test's disk as drive C:.
-std::string result();
+// The rewritten lists, with the test's disk as drive C:.
+std::string host_list();
+std::string guest_list();
 
 // Sets a variable as the process received it; an empty value removes it.
 void set_variable(const std::string &name, const std::string &value);

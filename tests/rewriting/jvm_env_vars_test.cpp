@@ -1,0 +1,218 @@
+#include <gtest/gtest.h>
+
+#include "core/jlp_utils.h"
+#include "tests/rewriting/engine.h"
+#include "tests/support/trace.h"
+
+namespace {
+
+using testing::Eq;
+using testing::ExitedWithCode;
+
+// Launch mode and Java versions -> arguments -> variable -> its value -> that of its guest copy
+//     -> guest or trailing list -> the variable of the child -> its guest copy
+constexpr char VARIABLES[] = R"(
+advanced 8 8 -> Main -> JDK_JAVA_OPTIONS -> -Xmx1m  -Dx=C:\L '-Dy=a b' -> -Dg=C:\L '-Dh=a b' -> -Dg=C:\L|"-Dh=a b"|Main -> -Xmx256m -> -Dx=C:\C "-Dy=a b"
+advanced 8 8 -> -ea -> JAVA_TOOL_OPTIONS -> -cp C:\L -> -> -> -> -cp C:\C
+advanced 8 8 -> -Dx|Main -> _JAVA_OPTIONS -> -Xruna -Xshare:on -> -Dg -> -Dx|-Dg|Main -> -agentlib:a ->
+advanced 8 8 -> Main -> JDK_JAVA_OPTIONS -> -> -Dg -> -Dg|Main -> (unset) -> -Dg
+advanced 8 8 -> Main -> CLASSPATH -> C:\L\a;C:\Lx -> -Dg -> Main -> C:\C\a;C:\Lx -> -Dg
+# Without a main class it is left alone, except where there are no arguments.
+advanced 8 8 -> -ea -> _JAVA_OPTIONS -> -Xruna -> -Dg -> -> -Xruna -> -Dg
+advanced 8 8 -> -> _JAVA_OPTIONS -> -Xruna -> -> -> -agentlib:a ->
+# An argument that ends the options does not start the container again.
+advanced 8 8 -> Main -> _JAVA_OPTIONS -> --source 11 -Dx -> -Dg -> -Dg|Main -> --source -> 11 -Dx
+native 8 8 -> -jar -> _JAVA_OPTIONS -> -Xruna '-Dq=1 2' -> -Dg -> -Dg|-jar -> -agentlib:a -> -Dq=1 2
+native 8 8 -> -jar -> JDK_JAVA_OPTIONS -> -Xruna -> -Dg -> -jar -> -Xruna -> -Dg
+native 8 8 -> -jar -> CLASSPATH -> C:\L -> -> -jar -> C:\L -> (unset)
+legacy 8 8 -> Main -> JDK_JAVA_OPTIONS -> -Xmx1m '-Dx=C:\L\d e' -javaagent:a -> -Dg -> Main -> -Xmx256m "-Dx=C:\C\d e" -> -Dg
+legacy 8 8 -> Main -> _JAVA_OPTIONS -> -Xruna -> -> Main -> -Xruna -> (unset)
+legacy 8 8 -> Main -> CLASSPATH -> C:\L -> -> Main -> C:\C -> (unset)
+patch 9 8 -> Main -> JDK_JAVA_OPTIONS -> @C:\L\opts -> -> Main -> -cp C:\J "-Da=b c" -agentlib:x -> (unset)
+patch 9 8 -> Main -> JAVA_TOOL_OPTIONS -> -server -> -> Main -> -> (unset)
+patch 9 8 -> Main -> CLASSPATH -> C:\L;;x -> -> Main -> C:\J;;x -> (unset)
+secure 9 8 -> -> JDK_JAVA_OPTIONS -> -p C:\L -cp '' --class-path=C:\L -> -> -> -p C:\L -cp  --class-path=C:\J -> (unset)
+secure 9 8 -> -> CLASSPATH -> C:\L -> -> -> C:\J -> (unset)
+ri 9 8 -> Main -> JAVA_TOOL_OPTIONS -> -Xmx1m -Xshare:on -Da=C:\L -> -> Main -> -Xmx1m -Xshare:on -Da=C:\J -> (unset)
+ri 9 8 -> Main -> CLASSPATH -> C:\L -> -> Main -> C:\J -> (unset)
+)";
+
+// Launch mode and Java versions -> arguments -> leading list -> trailing list; none where the
+// process ends. "_JAVA_OPTIONS" holds -ea.
+constexpr char ARGUMENT_FILES[] = R"(
+legacy 8 8 -> @C:\L\opts|@C:\L\empty|@@x|@C:\L\opts -> -cp|C:\C|"-Da=b c"|-agentlib:x -> @x|@C:\L\opts
+legacy 8 8 -> @C:\L\main|@C:\L\missing -> -> Main|@x|-Xmx1m|@C:\L\missing
+legacy 8 8 -> --disable-@files|@C:\L\off|@C:\L\missing|-ea -> --disable-@files|--disable-@files|-ea ->
+# A lone "@" counts as a main class
+legacy 8 8 -> @|@C:\L\missing|-ea -> -ea ->
+legacy 8 8 -> @C:\L\missing
+advanced 8 8 -> @C:\L\main
+)";
+
+class option_variables : public testing::Test {
+protected:
+    void SetUp() override {
+        make_disk();
+        put_file("C:\\Q\\windows-x64\\quorvel.dll", "");
+        put_file("C:\\L\\opts", here("-cp C:\\L \"-Da=b c\" # no\n-Xrunx"));
+        put_file("C:\\L\\main", "Main @x -Xmx1m");
+        put_file("C:\\L\\off", "--disable-@files");
+        put_file("C:\\L\\empty", "");
+    }
+};
+
+void show_lists(const texts &row) {
+    start(row[0]);
+    rewrite(row[1]);
+    const std::string list = host_list();
+    fprintf(stderr, "%s -> %s\n", list.substr(0, list.find("-Dcom.quorvel.L")).c_str(), guest_list().c_str());
+    exit(0);
+}
+
+} // namespace
+
+TEST_F(option_variables, are_rewritten_for_the_child) {
+    for (const texts &row : rows_of(VARIABLES)) {
+        const std::string guest_name = "QUORVEL_GUEST_" + row[2];
+        set_variable(row[2], row[3]);
+        set_variable(guest_name, row[4]);
+        start(row[0]);
+        rewrite(row[1]);
+        EXPECT_EQ(guest_list(), row[5]) << row[0] << ' ' << row[2];
+        EXPECT_EQ(child_variable(row[2]), row[6]) << row[0] << ' ' << row[2];
+        EXPECT_EQ(child_variable(guest_name), row[7]) << row[0] << ' ' << row[2];
+        set_variable(row[2], "");
+        set_variable(guest_name, "");
+    }
+}
+
+TEST_F(option_variables, are_traced_like_argument_files) {
+    const auto show_trace = [] {
+        start("advanced 8 8", "CONTAINER_OPTIONS=\"-Xc\"");
+        std::string trace = traced_by([] { rewrite("@C:\\L\\module|@|Main"); });
+        const std::string path_list_end = "   newPathList: x\n\n";
+        const size_t paths = trace.find("TRANSFORMING PATH LIST");
+        trace.erase(paths, trace.find(path_list_end) + path_list_end.size() - paths);
+        fputs(trace.c_str(), stderr);
+        exit(0);
+    };
+    put_file("C:\\L\\module", "-ea --add-modules");
+    const std::string path = child_variable("PATH");
+    set_variable("PATH", "w");
+    set_variable("JAVA_TOOL_OPTIONS", "-Xmx1m '-Dfile.encoding=a b'");
+    set_variable("_JAVA_OPTIONS", "-ea -Dfile.encoding=u");
+    set_variable("CLASSPATH", "x");
+    EXPECT_EXIT(show_trace(), ExitedWithCode(0), Eq(here(R"(
+
+****************************************************************
+********* WARNING: A JVM ENV VAR, 'JAVA_TOOL_OPTIONS', has been set.
+*********          This var cannot override existing JVM arguments on the command line,
+*********          but it can add arguments that can change the runtime behaviour of the application.
+****************************************************************
+
+QUOTING WINDOWS ARG DUE TO SPACES:
+    Before: -Dfile.encoding=a b
+    After:  "-Dfile.encoding=a b"
+
+QUOTING WINDOWS ARG DUE TO SPACES:
+    Before: -Dfile.encoding=a b
+    After:  "-Dfile.encoding=a b"
+
+JVM ENVIRONMENT SETTING:
+------------------------
+%JAVA_TOOL_OPTIONS%: -Xmx256m "-Dfile.encoding=a b"
+
+JVM ENVIRONMENT SETTING:
+------------------------
+%QUORVEL_GUEST_JAVA_TOOL_OPTIONS%: "-Dfile.encoding=a b"
+
+Get CLASSPATH from environment
+-----------------------------
+    $CLASSPATH set in environment: x
+
+@<file> arg encountered: @C:\L\module
+    @C:\L\module[0]: -ea
+    @C:\L\module[1]: --add-modules
+
+@<file> arg encountered: @
+    @<file> arg , @, doesn't contain any relevant arguments, so skipping
+
+
+
+****************************************************************
+********* WARNING: A JVM ENV VAR, '_JAVA_OPTIONS', has been set.
+*********          This var can override JVM arguments on the command line,
+*********          and can change the runtime behaviour of the application.
+****************************************************************
+
+JVM ENVIRONMENT SETTING:
+------------------------
+%_JAVA_OPTIONS%: -ea -Dfile.encoding=u
+
+JVM ENVIRONMENT SETTING:
+------------------------
+%QUORVEL_GUEST__JAVA_OPTIONS%: -Dfile.encoding=u
+
+ADVANCED LAUNCH MODE HOST ARGS:
+-------------------------------
+-ea, --add-modules, -Xc, -Dcom.quorvel.LauncherPackPath=C:\L
+
+ADVANCED LAUNCH MODE GUEST ARGS:
+--------------------------------
+Main
+
+LIBRARY ENVIRONMENT SETTING:
+----------------------------
+%Path%: C:\Q;C:\Q\windows-i586;C:\Q\windows-x64;w
+
+)")));
+    for (const char *name : {"JAVA_TOOL_OPTIONS", "_JAVA_OPTIONS", "CLASSPATH"}) {
+        set_variable(name, "");
+    }
+    set_variable("PATH", path);
+}
+
+TEST_F(option_variables, end_the_process_when_they_cannot_be_taken) {
+    std::string heaps;
+    for (int i = 0; i < 100001; i++) {
+        heaps += "-Xmx1m ";
+    }
+    put_file("C:\\heaps", heaps);
+    const char *rows[][2] = {
+        {"-version", ""},
+        {"-ea Main", ""},
+        {"@C:\\missing", ""},
+        {"@C:\\heaps", "Error: too many host options of an option variable (at most 100000)\n"},
+    };
+    for (const auto &row : rows) {
+        set_variable("JDK_JAVA_OPTIONS", row[0]);
+        EXPECT_EXIT((start("legacy 8 8"), rewrite("")), ExitedWithCode(1), Eq(row[1])) << row[0];
+    }
+    set_variable("JDK_JAVA_OPTIONS", "");
+}
+
+TEST_F(option_variables, share_a_bookkeeping_with_argument_files) {
+    set_variable("_JAVA_OPTIONS", "-ea -Dfile.encoding=u");
+    for (const texts &row : rows_of(ARGUMENT_FILES)) {
+        const bool ends = row.size() == 2;
+        EXPECT_EXIT(show_lists(row), ExitedWithCode(ends ? 1 : 0),
+                    Eq(ends ? "" : row[2] + (row[2].empty() ? "" : "|") + " -> " + row[3] + '\n'))
+            << row[1];
+    }
+    set_variable("_JAVA_OPTIONS", "");
+}
+
+TEST_F(option_variables, go_with_an_argument_file_of_64_megabytes) {
+    const std::string token = "-X" + std::string((8 << 20) - 3, 'x');
+    std::string content;
+    for (int i = 0; i < 8; i++) {
+        content += token + '\n';
+    }
+    put_file("C:\\L\\large", content);
+    start("legacy 8 8");
+    rewrite("@C:\\L\\large");
+    for (int i = 0; i < 8; i++) {
+        EXPECT_TRUE(lhs[i] == token) << i;
+    }
+    put_file("C:\\L\\large", "");
+}

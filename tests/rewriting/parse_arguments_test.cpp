@@ -1,0 +1,250 @@
+#include <gtest/gtest.h>
+
+#include "core/jlp_utils.h"
+#include "tests/rewriting/engine.h"
+#include "tests/support/trace.h"
+
+namespace {
+
+using testing::Eq;
+using testing::ExitedWithCode;
+
+constexpr char EVERYTHING[] = "RULE_FILE=r\nQUORVEL_PROPERTIES_FILE=p q\n"
+                              "ALLOW_VM_OPTIONS=allowed\nIGNORE_OPTIONS=-Xignored\n"
+                              "JVM_OPTIONS=\"-Xj\" \"-Dk=a b\"\nCONTAINER_OPTIONS=\"-Xc\"\n";
+
+// What stands for the words in capitals of the table below.
+constexpr char WORDS[] = R"(
+RULES -> -Dcom.quorvel.rules.local=C:\L\r
+PROPERTIES -> "-Dcom.quorvel.QuorvelProperties=C:\L\p q"
+PACK -> -Dcom.quorvel.LauncherPackPath=C:\L
+NINE -> -Xshare:off|-XX:+IgnoreUnrecognizedVMOptions
+CONFIGURED -> -Xj|"-Dk=a b"
+PATCH -> --patch-module=java.base=C:\Q\module_patch.jar
+PACKAGES -> --add-exports=java.base/jdk.internal.misc=ALL-UNNAMED|--add-exports=java.base/jdk.internal.reflect=ALL-UNNAMED|OPENS
+OPENS -> --add-opens=java.base/jdk.internal.misc=ALL-UNNAMED|--add-opens=java.base/jdk.internal.reflect=ALL-UNNAMED
+NATIVE -> "-Dcom.quorvel.ContainerHome=C:\C"|-agentlib:quorvel
+AGENT -> -javaagent:"C:\Q\quorvel.jar"
+ALLOWED -> -Dcom.quorvel.AllowVMProperties=allowed
+)";
+
+// Launch mode and Java versions -> arguments -> host or leading list -> guest or trailing list
+constexpr char COMMAND_LINES[] = R"(
+advanced 9 9 -> -Xignored|-ea|-Da=C:\L|-jar|a b|c -> -ea|-Xc|RULES|PROPERTIES|PACK|NINE|CONFIGURED|PATCH|NATIVE|AGENT|quorvel.Container -> -Da=C:\C|-jar|"a b"|c
+advanced 8 8 -> -> -Xc|RULES|PROPERTIES|PACK|CONFIGURED|NATIVE|AGENT|quorvel.Container ->
+advanced 8 8 -> -version -> RULES|PROPERTIES|PACK|CONFIGURED|NATIVE|AGENT|quorvel.Container -> -version
+native 9 8 -> -ea|opt|-Dallowed=C:\L|-jar|a b -> -ea|opt|-Dallowed=C:\C|-Xc|RULES|-Dcom.quorvel.QuorvelProperties=C:\L\p q|PACK|-Dcom.quorvel.jnimode=true|NINE|-Xj|-Dk=a b|PATCH|-Dcom.quorvel.ContainerHome=C:\C|-agentpath:C:\Q\windows-x64\quorvel.dll|-javaagent:C:\Q\quorvel.jar|quorvel.Container -> -Dallowed=C:\C|-jar|a b
+legacy 9 8 -> -javaagent:a|-ea|-Dcom.quorvel.rules.local=x|Main|-ea -> -ea|RULES|ALLOWED|PROPERTIES|PACK|NINE|CONFIGURED|PATCH|NATIVE|AGENT -> -javaagent:a|Main|-ea
+legacy 8 9 -> -> ALLOWED|RULES|PROPERTIES|PACK|CONFIGURED|NATIVE|AGENT ->
+patch 9 9 -> -ea|Main|x -> -ea|ALLOWED|RULES|PROPERTIES|-Dcom.quorvel.AgentEnvironment=patch|PACK|NINE|CONFIGURED|PATCH|PACKAGES|AGENT -> Main|x
+patch 8 9 -> Main -> ALLOWED|RULES|PROPERTIES|-Dcom.quorvel.AgentEnvironment=patch|PACK|CONFIGURED|AGENT -> Main
+secure 9 9 -> Main -> ALLOWED|RULES|PROPERTIES|PACK|NINE|CONFIGURED|PATCH|PACKAGES|AGENT -> Main
+ri 9 9 -> -ea|Main|-ea -> -ea|ALLOWED|CONFIGURED -> Main|-ea
+)";
+
+std::string in_full(std::string list) {
+    for (const texts &word : rows_of(WORDS)) {
+        const size_t at = ('|' + list + '|').find('|' + word[0] + '|');
+        if (at != std::string::npos) {
+            list.replace(at, word[0].size(), word[1]);
+        }
+    }
+    return list;
+}
+
+// JVM_OPTIONS= or QUORVEL_HOME= -> whether the module patch is added
+constexpr char PATCHED_MODULES[] = R"(
+JVM_OPTIONS="--patch-module" "java.base=C:\x\module_patch.jar" -> no
+JVM_OPTIONS="--patch-module=java.base=module_patch.jar;x" "-Xj" -> no
+JVM_OPTIONS="--patch-module" "java.base=x.jar" -> yes
+JVM_OPTIONS="--patch-module" "java.sql=module_patch.jar" -> yes
+JVM_OPTIONS="java.base=module_patch.jar" "--patch-module" -> yes
+JVM_OPTIONS="--patch-module=java.sql=java.base=module_patch.jar" -> yes
+JVM_OPTIONS="--patch-module=java.base=x" -> yes
+QUORVEL_HOME=C:\none -> no
+QUORVEL_HOME=C:\L -> no
+QUORVEL_HOME=C:\folder -> no
+)";
+
+// Mode -> configuration -> native_jvm_bits -> native agent
+constexpr char NATIVE_AGENTS[] = R"(
+native -> -> -1 -> -agentpath:C:\Q\windows-x64\quorvel.dll
+native -> QUORVEL_HOME=C:\Q2 -> 32 -> -agentpath:C:\Q2\windows-i586\quorvel.dll
+native -> QUORVEL_HOME=C:\Q2 -> 64 -> -agentpath:C:\Q2\quorvel.dll
+native -> QUORVEL_NATIVE_AGENT=C:\a b.dll -> 64 -> -agentpath:"C:\a b.dll"
+legacy -> QUORVEL_NATIVE_AGENT=a.dll -> 64 -> -agentpath:"C:\L\a.dll"
+)";
+
+class command_line : public testing::Test {
+protected:
+    void SetUp() override {
+        make_disk();
+        for (const char *file : {"C:\\Q\\module_patch.jar", "C:\\Q\\windows-x64\\quorvel.dll",
+                                 "C:\\Q2\\windows-i586\\quorvel.dll", "C:\\Q2\\quorvel.dll"}) {
+            put_file(file, "");
+        }
+        put_folder("C:\\folder\\module_patch.jar");
+    }
+};
+
+bool is_in_host_list(const std::string &arg) {
+    return ('|' + host_list() + '|').find('|' + arg + '|') != std::string::npos;
+}
+
+std::string times(int count, const std::string &arg) {
+    std::string args = arg;
+    for (int i = 1; i < count; i++) {
+        args += '|' + arg;
+    }
+    return args;
+}
+
+} // namespace
+
+TEST_F(command_line, is_put_in_order) {
+    for (const texts &row : rows_of(COMMAND_LINES)) {
+        start(row[0], EVERYTHING);
+        rewrite(row[1]);
+        EXPECT_EQ(host_list(), in_full(row[2])) << row[0] << ' ' << row[1];
+        EXPECT_EQ(guest_list(), row[3]) << row[0] << ' ' << row[1];
+    }
+    start("ri 8 8");
+    is_native_invocation = 1;
+    rewrite("");
+    EXPECT_EQ(host_list(), "-Dcom.quorvel.jnimode=true");
+}
+
+TEST_F(command_line, patches_java_base_once) {
+    for (const texts &row : rows_of(PATCHED_MODULES)) {
+        start("secure 9 9", row[0]);
+        rewrite("");
+        EXPECT_EQ(is_in_host_list("--patch-module=java.base=C:\\Q\\module_patch.jar"), row[1] == "yes") << row[0];
+    }
+}
+
+TEST_F(command_line, names_the_native_agent) {
+    for (const texts &row : rows_of(NATIVE_AGENTS)) {
+        start(row[0], row[1]);
+        native_jvm_bits = std::stoi(row[2]);
+        rewrite("");
+        EXPECT_TRUE(is_in_host_list(row[3])) << host_list();
+    }
+    const auto trace_until_exit = [] {
+        start("native 8 8", "QUORVEL_HOME=C:\\L");
+        JLI_SetTraceLauncher();
+        fclose(stdout);
+        LOG_FILE_FD = stderr;
+        add_agent_args();
+    };
+    EXPECT_EXIT(trace_until_exit(), ExitedWithCode(1),
+                Eq(here("Warning: Expected Quorvel native agent library, 'C:\\L\\windows-x64\\quorvel.dll', "
+                        "doesn't exist\n"
+                        "         Trying Quorvel native agent library, 'C:\\L\\quorvel.dll'\n"
+                        "Error: Expected Quorvel native agent library, 'C:\\L\\quorvel.dll', doesn't "
+                        "exist\n")));
+}
+
+TEST_F(command_line, lets_the_library_path_lead_to_the_agent) {
+    const char *rows[][2] = {
+        {"C:\\w", "C:\\Q;C:\\Q\\windows-i586;C:\\Q\\windows-x64;C:\\w"},
+        {"", "C:\\Q;C:\\Q\\windows-i586;C:\\Q\\windows-x64;"},
+        {"C:\\Q;C:\\Q\\windows-i586", "C:\\Q;C:\\Q\\windows-i586;C:\\Q\\windows-x64;C:\\Q;C:\\Q\\windows-i586"},
+        {"C:\\Q\\windows-x64s;C:\\Q\\windows-i586", "C:\\Q\\windows-x64s;C:\\Q\\windows-i586"},
+    };
+    const std::string path = child_variable("Path");
+    for (const auto &row : rows) {
+        start("legacy 8 8");
+        set_variable("PATH", row[0]);
+        rewrite("");
+        EXPECT_EQ(child_variable("Path"), row[1]);
+        EXPECT_EQ(child_variable("QUORVEL_ORIGINAL_LIBRARY_PATH"), row[0]);
+    }
+    set_variable("PATH", path);
+}
+
+TEST_F(command_line, of_a_native_host_follows_another) {
+    put_file("C:\\C\\lib\\jrt-fs.jar", "");
+    put_folder("C:\\C\\legal\\java.base");
+    put_file("C:\\J\\lib\\jrt-fs.jar", "");
+    start("native 8 8", EVERYTHING);
+    init_host_and_guest_versions();
+    EXPECT_EQ(is_guest_java_9_plus - is_host_java_9_plus, 1);
+    std::string lists[2];
+    for (std::string &list : lists) {
+        rewrite("-Dother=C:\\L|-ea|-jar|a");
+        list = host_list() + "||" + guest_list();
+        reset_jlp_for_native_invocation();
+        EXPECT_EQ(lhs_count + rhs_count + processedArgCount, 0);
+    }
+    EXPECT_EQ(lists[0], lists[1]);
+    // The allow and ignore lists hold for the first command line alone.
+    rewrite("-Dallowed=1|-Xignored");
+    EXPECT_EQ(guest_list(), "-Dallowed=1");
+    EXPECT_TRUE(is_in_host_list("-Xignored"));
+}
+
+TEST_F(command_line, is_refused_when_it_does_not_fit) {
+    start("ri 8 8");
+    rewrite(times(9998, "-ea") + "|Main"); // the pool has a slot for launcher_path_arg too
+    EXPECT_EQ(lhs_count, 9998);
+    EXPECT_EQ(guest_list(), "Main");
+    const struct {
+        const char *how;
+        std::string args;
+        const char *message;
+    } rows[] = {
+        {"ri 8 8", times(10000, "-ea"), "Error: too many processed arguments (at most 10000)\n"},
+        {"legacy 8 8", times(10001, "-Xmx1m"), "Error: too many host or leading arguments (at most 10000)\n"},
+        {"advanced 8 8", times(9999, "-fullversion") + "|-Xmx1m|-fullversion",
+         "Error: too many host or leading arguments (at most 10000)\n"},
+    };
+    for (const auto &row : rows) {
+        EXPECT_EXIT((start(row.how), rewrite(row.args)), ExitedWithCode(1), Eq(row.message));
+    }
+}
+
+TEST_F(command_line, is_traced) {
+    start("secure 9 9", "QUORVEL_HOME=C:\\Q q");
+    put_file("C:\\Q q\\module_patch.jar", "");
+    std::string trace = traced_by([] { rewrite("-server|-ea|Main|a b"); });
+    EXPECT_EQ(trace, here(R"(Get CLASSPATH from environment
+-----------------------------
+    $CLASSPATH not set in environment
+
+Java 11+ Host: ignoring obsolete JVM argument '-server'
+QUOTING WINDOWS ARG DUE TO SPACES:
+    Before: a b
+    After:  "a b"
+
+QUOTING WINDOWS ARG DUE TO SPACES:
+    Before: --patch-module=java.base=C:\Q q\module_patch.jar
+    After:  "--patch-module=java.base=C:\Q q\module_patch.jar"
+
+ADDED PATCH MODULE ARG:
+-----------------------
+      "--patch-module=java.base=C:\Q q\module_patch.jar"
+
+ADDED SECURE/PATCH JAVA 9+ ARGS:
+--------------------------------
+--add-exports=java.base/jdk.internal.misc=ALL-UNNAMED
+--add-exports=java.base/jdk.internal.reflect=ALL-UNNAMED
+--add-opens=java.base/jdk.internal.misc=ALL-UNNAMED
+--add-opens=java.base/jdk.internal.reflect=ALL-UNNAMED
+
+SECURE LAUNCH MODE ARGS:
+------------------------
+-ea, -Dcom.quorvel.LauncherPackPath=C:\L, -Xshare:off, -XX:+IgnoreUnrecognizedVMOptions, "--patch-module=java.base=C:\Q q\module_patch.jar", --add-exports=java.base/jdk.internal.misc=ALL-UNNAMED, --add-exports=java.base/jdk.internal.reflect=ALL-UNNAMED, --add-opens=java.base/jdk.internal.misc=ALL-UNNAMED, --add-opens=java.base/jdk.internal.reflect=ALL-UNNAMED, Main, "a b"
+
+)"));
+    const char *headers[][2] = {
+        {"patch 8 8", "PATCH LAUNCH MODE ARGS:\n-----------------------\n"},
+        {"legacy 8 8", "LEGACY LAUNCH MODE ARGS:\n------------------------\n"},
+        {"ri 8 8", "LEGACY LAUNCH MODE ARGS:\n------------------------\n"},
+    };
+    for (const auto &row : headers) {
+        start(row[0]);
+        trace = traced_by([] { rewrite("-ea|Main|x"); });
+        EXPECT_NE(trace.find(std::string("\n\n") + row[1] + "-ea, "), std::string::npos) << trace;
+        EXPECT_NE(trace.find(", Main, x\n\n"), std::string::npos) << trace;
+    }
+}
