@@ -153,12 +153,12 @@ TEST(arguments, are_expanded_up_to_the_first_application_argument) {
                     {"@x|.2", "@@x|@two.args"},
                     {".@@x|-1", "-cp|@@@x"},
                     {"--source|11|-Da='b|-1", "--source 11  -Da='b"},
-                    {"..-1", "-cp|lib;-|--module-path=a;--source\t11|-x;--disable-@files|--source 11"}});
+                    {"..-1", "-x y|-cp;-|--module-path=a;--source\t11|-x;--disable-@files|--source 11"}});
     start_anew();
     JLI_InitArgProcessing(1, 1);
-    EXPECT_EQ(go_on_with("-cp|@two.args"), "..0");
+    EXPECT_EQ(go_on_with("@two.args|-cp"), "..0");
     JLI_InitArgProcessing(0, 0); // after an argument: a relaunch
-    EXPECT_EQ(go_on_with("-cp|@two.args"), "..-1");
+    EXPECT_EQ(go_on_with("@two.args|-cp"), "..2");
 }
 
 std::string expanded(const char *text) {
