@@ -33,7 +33,9 @@ void init_launcher_home_from_library_path(const char *library_path);
 void init_host_and_guest_versions(void);
 
 /* Empties processedArg, lhs and rhs for the next command line; outside a native invocation it does
- * nothing. Entries of lhs and rhs that the pool does not own are not released. */
+ * nothing. What it leaves: entries of lhs and rhs that the pool does not own, newPathList (so a
+ * process can have 10000 path lists rewritten, over all its command lines), and the bookkeeping of
+ * argument files (jli/args.h): once one of them has held a main class, none is expanded. */
 void reset_jlp_for_native_invocation(void);
 
 #ifdef __cplusplus

@@ -11,7 +11,9 @@ void append(text_buffer &buffer, std::string_view text) {
         buffer.text.reset(
             static_cast<char *>(JLI_MemRealloc(buffer.text.release(), buffer.capacity)));
     }
-    memcpy(buffer.text.get() + buffer.length, text.data(), text.size());
+    if (!text.empty()) {
+        memcpy(buffer.text.get() + buffer.length, text.data(), text.size());
+    }
     buffer.length += text.size();
     buffer.text.get()[buffer.length] = '\0';
 }
