@@ -12,6 +12,12 @@
 
 namespace {
 
+// The last byte first: it tells most entries apart that begin alike.
+bool begins_with(std::string_view text, std::string_view entry) {
+    return text.size() >= entry.size() && text[entry.size() - 1] == entry.back() &&
+           text.starts_with(entry);
+}
+
 // A table with its entries chained, in the table's order, by a hash of as many bytes after what
 // they all begin with as the shortest has: an argument meets only those that share the hash.
 template <size_t Size>
@@ -38,7 +44,7 @@ public:
             return false;
         }
         unsigned char i = first_with[hash_of(rest)];
-        while (i != NONE && !rest.starts_with(entries[i])) {
+        while (i != NONE && !begins_with(rest, entries[i])) {
             i = next_with_same[i];
         }
         return i != NONE;
