@@ -48,10 +48,11 @@ void make_room(path_prefixes &known) {
     if (4 * (known.used + 1) <= 3 * known.slot_count) {
         return;
     }
-    path_prefix *old_slots = known.slots;
-    const size_t old_count = known.slot_count;
-    known.slot_count = old_count == 0 ? FIRST_SLOT_COUNT : 2 * old_count;
-    known.slots = new_slots(known.slot_count);
+    const size_t slot_count = known.slot_count == 0 ? FIRST_SLOT_COUNT : 2 * known.slot_count;
+    // Where there is no memory the process ends in here, and what is known is released at its end.
+    path_prefix *slots = new_slots(slot_count);
+    path_prefix *old_slots = std::exchange(known.slots, slots);
+    const size_t old_count = std::exchange(known.slot_count, slot_count);
     for (size_t i = 0; i < old_count; i++) {
         if (old_slots[i].path != nullptr) {
             slot_of(known, old_slots[i].path.get()) = std::move(old_slots[i]);
