@@ -180,6 +180,11 @@ void read_lines(config_loading &loading, FILE *file) {
     }
 }
 
+void warn_of_unreadable_file(const char *config_path) {
+    JLI_TraceLauncher("WARNING: Problem loading configuration file: %s\n", config_path);
+    JLI_TraceLauncher("\n");
+}
+
 void warn_of_rejected_launch_mode() {
     if (is_native_invocation) {
         JLI_TraceLauncher("WARNING: Forcing LAUNCH_MODE=%s, as this is a native java invocation\n",
@@ -198,13 +203,15 @@ void load_config_file() {
     text_ptr config_path = format_text("%s%clauncher.cfg", launcher_home, file_separator);
     FILE *file = open_text_file(config_path.get(), "r");
     if (file == nullptr) {
-        JLI_TraceLauncher("WARNING: Problem loading configuration file: %s\n", config_path.get());
-        JLI_TraceLauncher("\n");
+        warn_of_unreadable_file(config_path.get());
         return;
     }
     config_loading loading;
     loading.config_path = std::move(config_path);
     read_lines(loading, file);
+    if (ferror(file) != 0) {
+        warn_of_unreadable_file(loading.config_path.get());
+    }
     if (loading.launch_mode_rejected) {
         warn_of_rejected_launch_mode();
     }
