@@ -34,7 +34,7 @@ void split(const char *text, char **array, int *count, const char *lead, const c
     rest.remove_prefix(std::string_view(lead).size());
     for (bool is_last = false; !is_last;) {
         size_t length = rest.find(delimiter_view);
-        is_last = length == std::string_view::npos;
+        is_last = delimiter_view.empty() || length == std::string_view::npos;
         if (is_last) {
             length = rest.size() > tail_length ? rest.size() - tail_length : 0;
         }

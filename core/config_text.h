@@ -16,8 +16,8 @@ void trim(const char *text, char *output);
 
 /* Cuts `text` into entries at each `delimiter` and appends a heap copy of each to `array`, raising
  * *count. As many characters as `lead` has are passed over in front, and as many as `tail` has at
- * the end, without a look at them; empty entries are left out. A full array ends the process with
- * status 1.
+ * the end, without a look at them; empty entries are left out. An empty delimiter cuts nowhere. A
+ * full array ends the process with status 1.
  *     a=b==c           lead "", tail "", delimiter "="            a, b, c
  *     "-Xa" "-Db=c d"  lead and tail a quote, delimiter '" "'     -Xa, -Db=c d */
 void split(const char *text, char **array, int *count, const char *lead, const char *tail,

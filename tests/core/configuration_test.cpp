@@ -74,24 +74,6 @@ TEST_F(configuration, a_native_host_has_the_advanced_mode) {
     EXPECT_EQ(use_advanced_launch_mode, 1);
 }
 
-TEST_F(configuration, a_whole_line_makes_an_argument_longer_than_the_buffer) {
-    const std::string value(99998 - strlen("ALLOW_VM_OPTIONS="), 'y');
-    load("ALLOW_VM_OPTIONS=" + value + "\nJVM_HOME=z");
-    EXPECT_EQ(allow_vm_properties_option, "-Dcom.quorvel.AllowVMProperties=" + value);
-    EXPECT_EQ(jvm_home, here("C:\\L\\z"));
-}
-
-TEST_F(configuration, an_array_holds_its_slots_and_refuses_more) {
-    std::string half = "IGNORE_OPTIONS=";
-    for (int i = 0; i < OPTION_SLOTS / 2; i++) {
-        half += "x=";
-    }
-    load(half + "\n" + half);
-    EXPECT_EQ(ignore_properties_count, OPTION_SLOTS);
-    EXPECT_EXIT(load(half + "\n" + half + "\nIGNORE_OPTIONS=y"), testing::ExitedWithCode(1),
-                "^Error: too many IGNORE_OPTIONS entries \\(at most 10000\\)");
-}
-
 TEST_F(configuration, the_log_file_is_named_by_the_clock) {
     put_folder("C:\\L\\logs");
     clock_stands_at = {1700000000, 250000};

@@ -173,20 +173,9 @@ LIBRARY ENVIRONMENT SETTING:
 }
 
 TEST_F(option_variables, end_the_process_when_they_cannot_be_taken) {
-    std::string heaps;
-    for (int i = 0; i < 100001; i++) {
-        heaps += "-Xmx1m ";
-    }
-    put_file("C:\\heaps", heaps);
-    const char *rows[][2] = {
-        {"-version", ""},
-        {"-ea Main", ""},
-        {"@C:\\missing", ""},
-        {"@C:\\heaps", "Error: too many host options of an option variable (at most 100000)\n"},
-    };
-    for (const auto &row : rows) {
-        set_variable("JDK_JAVA_OPTIONS", row[0]);
-        EXPECT_EXIT((start("legacy 8 8"), rewrite("")), ExitedWithCode(1), Eq(row[1])) << row[0];
+    for (const char *value : {"-version", "-ea Main", "@C:\\missing"}) {
+        set_variable("JDK_JAVA_OPTIONS", value);
+        EXPECT_EXIT((start("legacy 8 8"), rewrite("")), ExitedWithCode(1), Eq("")) << value;
     }
     set_variable("JDK_JAVA_OPTIONS", "");
 }

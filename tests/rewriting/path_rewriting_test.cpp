@@ -213,11 +213,8 @@ TEST_F(path_rewriting, refuses_what_has_no_room) {
     EXPECT_EXIT(
         for (int i = 0; i <= ARGUMENT_SLOTS; i++) { moved(""); }, exits_with_1,
         "^Error: too many rewritten path lists \\(at most 10000\\)");
-    EXPECT_EXIT(absolute("Q:\\" + std::string(TEXT_SIZE, 'x')), exits_with_1,
-                "^Error: text too long \\(at most 99999 bytes\\): ");
     EXPECT_EXIT(moved("Q:" + std::string(COMPONENT_SLOTS + 1, '\\')), exits_with_1,
                 "^Error: too many components of a path \\(at most 100000\\)");
-    EXPECT_EQ(absolute("Q:" + std::string(TEXT_SIZE - 3, '\\')).size(), size_t{TEXT_SIZE - 1});
 }
 
 TEST_F(path_rewriting, is_traced) {
