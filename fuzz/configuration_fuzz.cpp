@@ -307,7 +307,7 @@ bool is_free_line(const std::string &line) {
 
 void check_trace(const std::string &trace) {
     const std::string_view *last = TRACED;
-    assert(trace.empty() || trace.ends_with('\n'));
+    assert(trace.empty() || trace.ends_with('\n') || bits(FAILED_ALLOCATION) > 0);
     for (const std::string &line : lines_of(trace)) {
         const auto *known = std::find_if(last, std::end(TRACED), [&](auto form) { return line.starts_with(form); });
         assert(known != std::end(TRACED) || is_free_line(line));
