@@ -1,7 +1,9 @@
 // A whole command line: the configuration is loaded, the arguments are rewritten, and for a native
 // host a second time. Null bytes part the input into
-//     bits of the launch mode and the Java versions; launcher.cfg; what every argument file holds;
-//     the option variables; CLASSPATH; the arguments, a line each
+//     bits of the launch mode and the Java versions, and which change of a variable fails; launcher.cfg;
+//     what every argument file holds; the option variables; CLASSPATH; the arguments, a line each
+// No entry of the made-up disk holds "?" in its path, nor both "~" and "windows-" or "module_patch"; a path with "%"
+// has no full path, and one with "&" has a longer one.
 //
 // The bookkeeping of the arguments seen and the guard against taking the container options again are
 // reset for each run, and to this end their sources are compiled in.
@@ -19,6 +21,7 @@
 namespace {
 
 std::vector<std::string> parts;
+unsigned changes_to_failure;
 
 enum part { BITS, CONFIG, FILE_CONTENT, VARIABLES, CLASS_PATH = VARIABLES + 4, ARGS, PARTS };
 constexpr const char *NAMES[] = {"JDK_JAVA_OPTIONS", "JAVA_TOOL_OPTIONS", "_JAVA_OPTIONS",
@@ -30,10 +33,11 @@ constexpr const char *MODES[] = {"advanced", "legacy", "patch", "secure", "ri"};
 extern "C" {
 char *__real_getenv(const char *name);
 BOOL __real_SetEnvironmentVariableA(LPCSTR name, LPCSTR value);
+DWORD __real_GetFullPathNameA(LPCSTR path, DWORD size, LPSTR buffer, LPSTR *file_part);
 
 char *__wrap_getenv(const char *name);
 BOOL __wrap_SetEnvironmentVariableA(LPCSTR name, LPCSTR value);
-void __wrap_JLI_SetTraceLauncher();
+DWORD __wrap_GetFullPathNameA(LPCSTR path, DWORD size, LPSTR buffer, LPSTR *file_part);
 void __wrap_JLI_TraceLauncher(const char *format, ...) JLI_PRINTF_LIKE(1, 2);
 entry_kind __wrap__Z7kind_ofPKc(const char *path);
 FILE *__wrap__Z14open_text_filePKcS0_(const char *path, const char *mode);
@@ -50,12 +54,30 @@ char *__wrap_getenv(const char *name) {
 
 // The environment outlives the run.
 BOOL __wrap_SetEnvironmentVariableA(LPCSTR name, LPCSTR value) {
+    if (in_product() && --changes_to_failure == 0) {
+        return FALSE;
+    }
     BOOL done = FALSE;
     outside_product([&] { done = __real_SetEnvironmentVariableA(name, value); });
     return done;
 }
 
-void __wrap_JLI_SetTraceLauncher() {}
+DWORD __wrap_GetFullPathNameA(LPCSTR path, DWORD size, LPSTR buffer, LPSTR *file_part) {
+    constexpr DWORD ADDED = 20;
+    if (strchr(path, '%') != nullptr) {
+        return 0;
+    }
+    const DWORD length = __real_GetFullPathNameA(path, size, buffer, file_part);
+    if (strchr(path, '&') == nullptr || length == 0 || length >= size) {
+        return length;
+    }
+    if (length + ADDED >= size) {
+        return length + ADDED + 1;
+    }
+    memset(buffer + length, 'n', ADDED);
+    buffer[length + ADDED] = '\0';
+    return length + ADDED;
+}
 
 // Nothing is shown, but everything that would be is formatted.
 void __wrap_JLI_TraceLauncher(const char *format, ...) {
@@ -66,7 +88,8 @@ void __wrap_JLI_TraceLauncher(const char *format, ...) {
 }
 
 entry_kind __wrap__Z7kind_ofPKc(const char *path) {
-    if (strchr(path, '?') != nullptr) {
+    const bool is_optional = strstr(path, "\\windows-") != nullptr || strstr(path, "module_patch") != nullptr;
+    if (strchr(path, '?') != nullptr || (strchr(path, '~') != nullptr && is_optional)) {
         return entry_kind::missing;
     }
     return strchr(path, '.') != nullptr ? entry_kind::file : entry_kind::directory;
@@ -92,11 +115,12 @@ void start_process() {
     stopExpansion = false;
     is_taking_container_options = false;
     SetEnvironmentVariableA("CLASSPATH", parts[CLASS_PATH].c_str());
-    SetEnvironmentVariableA("Path", "C:\\w");
+    SetEnvironmentVariableA("Path", "C:\\w;C:\\w\\windows-i586;C:\\w\\windows-x64");
 }
 
 void load_configuration() {
     const unsigned bits = static_cast<unsigned char>(parts[BITS][0]);
+    changes_to_failure = bits / 64;
     is_native_invocation = bits % 8 == 7;
     parts[CONFIG] = std::string("LAUNCH_MODE=") + MODES[bits % 8 % std::size(MODES)] + "\n" + parts[CONFIG];
     assign_text(&launcher_home, "C:\\L");

@@ -99,7 +99,8 @@ std::string bin_folder() {
 }
 
 std::string own_home() {
-    return own_folder().substr(0, own_folder().size() - bin_folder().size());
+    const std::string folder = own_folder();
+    return folder.ends_with("\\bin") ? folder.substr(0, folder.size() - bin_folder().size()) : folder;
 }
 
 } // namespace
@@ -162,7 +163,7 @@ size_t __wrap__Z21get_environment_valuePKcPcm(const char *name, char *buffer, si
                 return length;
             }
             if (how(VALUE_GROWS) && size == 0) {
-                value.resize(length % 3 * length / 2, 'y');
+                value.resize(length % 3 * length, 'y');
             }
             return length + 1;
         }
@@ -300,9 +301,11 @@ constexpr std::string_view TRACED[] = {"WARNING: Problem loading configuration f
                                        "Windows Java PID = 4711",
                                        "Error: "};
 
-bool is_free_line(const std::string &line) {
+// A line of a block that `title` begins. The command line may have been traced and not used any more.
+bool is_in_block(std::string_view title, const std::string &line) {
     const bool is_time = line == "[FAILED TO GET TIMESTAMP]" || (line.size() == 24 && line[13] == ':');
-    return line.empty() || line.starts_with("   ") || line.starts_with("---") || line == seen.command_line || is_time;
+    const bool is_command = title == "OUTPUT COMMAND:" && (line == seen.command_line || bits(FAILED_ALLOCATION) > 0);
+    return line.empty() || line.starts_with("   ") || line.starts_with("---") || is_time || is_command;
 }
 
 void check_trace(const std::string &trace) {
@@ -310,7 +313,7 @@ void check_trace(const std::string &trace) {
     assert(trace.empty() || trace.ends_with('\n') || bits(FAILED_ALLOCATION) > 0);
     for (const std::string &line : lines_of(trace)) {
         const auto *known = std::find_if(last, std::end(TRACED), [&](auto form) { return line.starts_with(form); });
-        assert(known != std::end(TRACED) || is_free_line(line));
+        assert(known != std::end(TRACED) || is_in_block(*last, line));
         last = known != std::end(TRACED) ? known : last;
     }
 }
@@ -405,8 +408,8 @@ void check_lists() {
 
 // A front end that ships inside a bundle. With LEFT_SUSPENDED it only prepares its child.
 int start_in_bundle(char **argv, int argc) {
-    free(get_executable_file_path());
     assign_text(&executable_dir, own_folder());
+    os_name = "Windows";
     set_bin_dir();
     load_config_file();
     just_to_add_version_to_binary();
@@ -464,6 +467,9 @@ void take_input(const uint8_t *data, size_t size) {
     }
     if (own_path().empty()) {
         parts[OWN_PATH] = how(IN_JRE) ? "C:\\L\\jre\\bin\\java.exe" : "C:\\L\\bin\\java.exe";
+    }
+    if (how(IN_BUNDLE) && own_path().find('\\') == std::string::npos) {
+        parts[OWN_PATH].insert(0, "C:\\");
     }
     parts[OWN_PATH].resize(std::min(parts[OWN_PATH].size(), LONGEST_PATH));
     for (size_t i = OWN_PATH; i < ARGS; i++) {
