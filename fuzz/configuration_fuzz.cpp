@@ -41,7 +41,8 @@ constexpr size_t LONGEST_PATH = 32766;
 // What the launcher has asked of the system so far.
 struct {
     int paths_asked;
-    std::string last_file; // the path of the last question that was answered with "file"
+    std::string last_file;     // the path of the last question that was answered with "file"
+    std::string home_to_start; // of the launch mode, when that was asked
     bool created;
     std::string command_line;
     bool assigned, resumed, waited, terminated;
@@ -90,8 +91,9 @@ const std::string &own_path() {
     return parts[OWN_PATH];
 }
 
-std::string own_folder() {
-    return own_path().substr(0, own_path().rfind('\\'));
+// A view: a string would be lost when the product exits.
+std::string_view own_folder() {
+    return std::string_view(own_path()).substr(0, own_path().rfind('\\'));
 }
 
 std::string bin_folder() {
@@ -99,8 +101,8 @@ std::string bin_folder() {
 }
 
 std::string own_home() {
-    const std::string folder = own_folder();
-    return folder.ends_with("\\bin") ? folder.substr(0, folder.size() - bin_folder().size()) : folder;
+    const std::string_view folder = own_folder();
+    return std::string(folder.substr(0, folder.size() - (folder.ends_with("\\bin") ? bin_folder().size() : 0)));
 }
 
 } // namespace
@@ -180,6 +182,9 @@ entry_kind __wrap__Z7kind_ofPKc(const char *path) {
         return entry_kind::directory;
     }
     seen.last_file = path;
+    const std::string_view mode = launch_mode == nullptr ? "" : launch_mode;
+    const char *home = mode.starts_with("advanced") || mode.starts_with("legacy") ? container_home : jvm_home;
+    seen.home_to_start = home == nullptr ? "" : home;
     return entry_kind::file;
 }
 
@@ -347,7 +352,7 @@ DWORD child_status() {
 std::string check_child(const std::vector<std::string> &args) {
     const std::string target = program_of(seen.command_line);
     assert(target == seen.last_file && target != own_path());
-    assert(target.ends_with(bin_folder() + own_path().substr(own_folder().size())));
+    assert(target == seen.home_to_start + bin_folder() + own_path().substr(own_folder().size()));
     std::string expected = target.find(' ') == std::string::npos ? target : '"' + target + '"';
     for (size_t i = 1; i < args.size(); i++) {
         expected += ' ' + std::string(args[i].c_str());
