@@ -368,12 +368,10 @@ std::string check_child(const std::vector<std::string> &args) {
 void check_return(int status, const std::vector<std::string> &args) {
     assert(printed.complained.empty());
     if (seen.command_line.empty()) {
-        const std::string refusal = "Error: invalid command: ";
-        const size_t refused_at = printed.shown.rfind(refusal);
-        const bool refused = refused_at != std::string::npos && printed.shown.ends_with('\n') &&
-                             (refused_at == 0 || printed.shown[refused_at - 1] == '\n');
+        const std::vector<std::string> lines = lines_of(printed.shown);
+        const bool is_refused = !lines.empty() && lines.back().starts_with("Error: invalid command: ");
         assert(status == -1);
-        check_output(refused ? printed.shown.substr(refused_at) : "");
+        check_output(is_refused ? lines.back() + "\n" : "");
         return;
     }
     const std::string target = check_child(args);
