@@ -75,6 +75,9 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size) {
     assert(std::count(path_component, path_component + size + 4, nullptr) == static_cast<ptrdiff_t>(size + 4));
     const size_t start = has_name ? list_at : 0;
     assert(result == text.substr(0, start) + moved(text.substr(start), home, trace));
+    static char resolved[100000];
+    resolve_path(text.c_str(), resolved);
+    assert(resolved == walk_plainly(text).absolute);
     release_entries(newPathList, &newPathListCount);
     fs::current_path(start_folder);
     return 0;
