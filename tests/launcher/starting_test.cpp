@@ -4,7 +4,7 @@
 #include <regex>
 #include <thread>
 
-#include "tests/launcher/world.h"
+#include "tests/support/world.h"
 
 namespace {
 

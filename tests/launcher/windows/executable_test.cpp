@@ -5,7 +5,7 @@
 #include <iterator>
 #include <set>
 
-#include "tests/launcher/world.h"
+#include "tests/support/world.h"
 
 namespace {
 

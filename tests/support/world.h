@@ -1,5 +1,5 @@
-#ifndef TESTS_LAUNCHER_WORLD_H
-#define TESTS_LAUNCHER_WORLD_H
+#ifndef TESTS_SUPPORT_WORLD_H
+#define TESTS_SUPPORT_WORLD_H
 
 // A disk made anew for each test, with the launcher in its place and stand-ins for the runtimes:
 //   C:\L\bin\java.exe   the launcher       C:\C\bin\java.exe, C:\J\bin\java.exe   stand-ins

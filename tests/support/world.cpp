@@ -1,4 +1,4 @@
-#include "tests/launcher/world.h"
+#include "tests/support/world.h"
 
 #include <regex>
 
