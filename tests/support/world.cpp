@@ -1,6 +1,8 @@
 #include "tests/support/world.h"
 
+#include <chrono>
 #include <regex>
+#include <thread>
 
 namespace {
 
@@ -33,33 +35,51 @@ void launcher::SetUp() {
     }
 }
 
-uint32_t start_launcher(const std::string &windows_path, const std::vector<std::string> &arguments) {
-    return start({on_disk(windows_path), arguments, on_disk("C:\\work")});
+uint32_t start_launcher(const std::string &windows_path, const std::vector<std::string> &arguments,
+                        const std::string &folder) {
+    const uint32_t process_id = start({on_disk(windows_path), arguments, on_disk(folder)});
+    EXPECT_NE(process_id, 0u) << windows_path;
+    return process_id;
 }
 
-// Wine fails one start in some thousand, and the launcher's own of its child is no exception.
+outcome end_of_launcher(uint32_t process_id, const std::string &folder) {
+    const uint32_t status = process_id == 0 ? 0 : wait_for_end(process_id);
+    return {status, read_file(on_disk(folder + "\\out")), read_file(on_disk(folder + "\\err")), process_id};
+}
+
+bool is_failure_of_wine(const outcome &result) {
+    return on_windows && result.status == 1 && result.output.find("program ") == std::string::npos;
+}
+
 outcome run_launcher(const std::string &windows_path, const std::vector<std::string> &arguments) {
-    outcome result = {};
-    for (int tries = 0; tries < (on_windows ? 2 : 1); tries++) {
-        result.process_id = start_launcher(windows_path, arguments);
-        EXPECT_NE(result.process_id, 0u) << windows_path;
-        result.status = result.process_id == 0 ? 0 : wait_for_end(result.process_id);
-        result.output = read_file(on_disk("C:\\work\\out"));
-        result.errors = read_file(on_disk("C:\\work\\err"));
-        if (result.status != 1 || result.output.find("program ") != std::string::npos) {
-            break;
-        }
-    }
-    return result;
+    const outcome result = end_of_launcher(start_launcher(windows_path, arguments));
+    return is_failure_of_wine(result) ? end_of_launcher(start_launcher(windows_path, arguments)) : result;
 }
 
-std::string report(const std::string &windows_path, const std::vector<std::string> &arguments) {
+std::string report(const std::string &windows_path, const std::vector<std::string> &arguments,
+                   const std::string &folder) {
     std::string text = "program " + to_text(on_disk(windows_path)) + "\n";
-    text += "folder  " + to_text(on_disk("C:\\work")) + "\n";
+    text += "folder  " + to_text(on_disk(folder)) + "\n";
     for (const std::string &argument : arguments) {
         text += "arg     " + argument + "\n";
     }
     return text;
+}
+
+std::string invalid_command(const std::string &target) {
+    return here("Error: invalid command: " + target + "\n");
+}
+
+uint32_t process_id_in(const std::string &windows_path) {
+    const std::string text = read_file(on_disk(windows_path));
+    return text.empty() ? 0 : static_cast<uint32_t>(std::stoul(text));
+}
+
+bool comes_true(const std::function<bool()> &condition) {
+    for (int i = 0; i < 2400 && !condition(); i++) {
+        std::this_thread::sleep_for(std::chrono::milliseconds(25));
+    }
+    return condition();
 }
 
 std::string after_banner(const outcome &result) {

@@ -5,6 +5,8 @@
 //   C:\L\bin\java.exe   the launcher       C:\C\bin\java.exe, C:\J\bin\java.exe   stand-ins
 //   C:\Q\quorvel.jar    the agent          C:\work, C:\empty                      empty folders
 
+#include <functional>
+
 #include <gtest/gtest.h>
 
 #include "tests/support/programs.h"
@@ -23,12 +25,28 @@ protected:
 void put_launcher(const std::string &windows_path);
 void put_java(const std::string &windows_path);
 
-// Starts the program in C:\work.
-uint32_t start_launcher(const std::string &windows_path, const std::vector<std::string> &arguments);
+// Starts the program in the folder; end_of_launcher waits for it. run_launcher does both in C:\work.
+uint32_t start_launcher(const std::string &windows_path, const std::vector<std::string> &arguments,
+                        const std::string &folder = "C:\\work");
+outcome end_of_launcher(uint32_t process_id, const std::string &folder = "C:\\work");
 outcome run_launcher(const std::string &windows_path, const std::vector<std::string> &arguments);
 
-// What the stand-in at this path reports when it is started in C:\work with these arguments.
-std::string report(const std::string &windows_path, const std::vector<std::string> &arguments);
+// Wine fails one start in some thousand, and the launcher's own of its child is no exception: such a
+// start may be tried again.
+bool is_failure_of_wine(const outcome &result);
+
+// What the stand-in at this path reports when it is started in the folder with these arguments.
+std::string report(const std::string &windows_path, const std::vector<std::string> &arguments,
+                   const std::string &folder = "C:\\work");
+
+// The line of a launcher whose child did not end with 0.
+std::string invalid_command(const std::string &target);
+
+// The process id that a stand-in has written to the file; 0 while there is none.
+uint32_t process_id_in(const std::string &windows_path);
+
+// Whether the condition holds within a minute.
+bool comes_true(const std::function<bool()> &condition);
 
 // Checks banner, time and process id at the start of a trace and returns what follows them.
 std::string after_banner(const outcome &result);
