@@ -202,6 +202,9 @@ BOOL AssignProcessToJobObject(HANDLE job, HANDLE process);
 
 /* ---- Console ---- */
 
+/* As on Windows, writing into a pipe that nobody reads fails and ends nothing: a program with these
+ * services linked in catches SIGPIPE, its children have it as it was. */
+
 typedef BOOL(WINAPI *PHANDLER_ROUTINE)(DWORD event);
 
 enum { CTRL_C_EVENT = 0, CTRL_BREAK_EVENT = 1 };
