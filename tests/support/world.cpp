@@ -9,7 +9,9 @@ namespace {
 void put_program(const char *built, const std::string &windows_path) {
     const fs::path target = on_disk(windows_path);
     fs::create_directories(target.parent_path());
-    fs::copy_file(own_file().parent_path() / built, target);
+    if (!fs::exists(target)) {
+        fs::copy_file(own_file().parent_path() / built, target);
+    }
 }
 
 } // namespace
