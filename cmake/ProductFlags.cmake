@@ -11,7 +11,7 @@ function(product_flags target)
   target_compile_options(${target} PRIVATE
     $<$<COMPILE_LANGUAGE:CXX>:-fno-exceptions -fno-rtti>
     -ffunction-sections)
-  # No -fstack-protector: of the product's functions one has an array on its stack, and the library
+  # No -fstack-protector: the launcher has no text on its stack, and the library
   # behind it imports ADVAPI32.dll, which costs each start a fifth more.
   # No -fdata-sections: for Windows GCC then stores the zeros of every empty array in the file.
   if(WIN32)
