@@ -1,6 +1,6 @@
 /* A library to plant where it must not be found: whoever loads it makes the file <its path>.loaded. */
 
-#include <windows.h>
+#include "platform/windows_services.h"
 
 BOOL WINAPI DllMain(HINSTANCE library, DWORD reason, LPVOID reserved) {
     (void)reserved;
