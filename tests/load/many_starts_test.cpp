@@ -53,19 +53,8 @@ void expect_no_jobs(const std::vector<uint32_t> &launchers) {
     }
 }
 
-// Starts a launcher whose child holds until the folder's file is gone.
-uint32_t start_held(const std::string &folder, uint32_t code) {
-    put_folder(folder);
-    return start_launcher(LAUNCHER, {"hold=" + to_text(on_disk(folder + "\\held")), order_for(code)}, folder);
-}
-
-void let_go(const std::string &folder) {
-    fs::remove(on_disk(folder + "\\held"));
-}
-
 size_t handles_while_waiting() {
-    const uint32_t id = start_held("C:\\held", 0);
-    EXPECT_TRUE(comes_true([] { return process_id_in("C:\\held\\held") != 0; }));
+    const uint32_t id = until_held(start_held("C:\\held", {}), "C:\\held", {});
     EXPECT_EQ(has_job(id), on_windows);
     std::this_thread::sleep_for(std::chrono::milliseconds(200));
     const size_t count = handle_count(id);
@@ -132,17 +121,10 @@ TEST_F(load, starts_at_once_that_wait_for_nothing) {
     std::vector<uint32_t> launchers, children;
     for (uint32_t i = 0; i < AT_ONCE; i++) {
         folders.push_back("C:\\work\\" + std::to_string(i));
-        launchers.push_back(start_held(folders[i], exit_code_of(i)));
+        launchers.push_back(start_held(folders[i], {order_for(exit_code_of(i))}));
     }
     for (uint32_t i = 0; i < AT_ONCE; i++) {
-        const auto stands_or_failed = [&] {
-            return process_id_in(folders[i] + "\\held") != 0 || !is_running(launchers[i]);
-        };
-        EXPECT_TRUE(comes_true(stands_or_failed));
-        if (!is_running(launchers[i]) && is_failure_of_wine(end_of_launcher(launchers[i], folders[i]))) {
-            launchers[i] = start_held(folders[i], exit_code_of(i));
-            EXPECT_TRUE(comes_true(stands_or_failed));
-        }
+        launchers[i] = until_held(launchers[i], folders[i], {order_for(exit_code_of(i))});
         children.push_back(process_id_in(folders[i] + "\\held"));
         EXPECT_TRUE(is_running(children[i]));
         EXPECT_EQ(has_job(launchers[i]), on_windows);
@@ -162,8 +144,7 @@ TEST_F(load, starts_at_once_that_wait_for_nothing) {
     for (uint32_t i = 0; i < AT_ONCE; i++) {
         const uint32_t code = exit_code_of(i);
         const outcome result = end_of_launcher(launchers[i], folders[i]);
-        const std::string hold = "hold=" + to_text(on_disk(folders[i] + "\\held"));
-        EXPECT_EQ(result.output, report(JAVA, {hold, order_for(code)}, folders[i]) + rest_of(code));
+        EXPECT_EQ(result.output, report(JAVA, {hold_order(folders[i]), order_for(code)}, folders[i]) + rest_of(code));
         EXPECT_EQ(result.errors, "");
         EXPECT_EQ(result.status, code);
         EXPECT_FALSE(is_running(children[i]));

@@ -72,6 +72,31 @@ std::string invalid_command(const std::string &target) {
     return here("Error: invalid command: " + target + "\n");
 }
 
+uint32_t start_held(const std::string &folder, const std::vector<std::string> &orders) {
+    put_folder(folder);
+    std::vector<std::string> arguments = {hold_order(folder)};
+    arguments.insert(arguments.end(), orders.begin(), orders.end());
+    return start_launcher("C:\\L\\bin\\java.exe", arguments, folder);
+}
+
+uint32_t until_held(uint32_t process_id, const std::string &folder, const std::vector<std::string> &orders) {
+    const auto holds = [&] { return process_id_in(folder + "\\held") != 0; };
+    EXPECT_TRUE(comes_true([&] { return holds() || !is_running(process_id); }));
+    if (!holds() && is_failure_of_wine(end_of_launcher(process_id, folder))) {
+        process_id = start_held(folder, orders);
+        EXPECT_TRUE(comes_true(holds));
+    }
+    return process_id;
+}
+
+void let_go(const std::string &folder) {
+    fs::remove(on_disk(folder + "\\held"));
+}
+
+std::string hold_order(const std::string &folder) {
+    return "hold=" + to_text(on_disk(folder + "\\held"));
+}
+
 uint32_t process_id_in(const std::string &windows_path) {
     const std::string text = read_file(on_disk(windows_path));
     return text.empty() ? 0 : static_cast<uint32_t>(std::stoul(text));

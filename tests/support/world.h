@@ -42,6 +42,14 @@ std::string report(const std::string &windows_path, const std::vector<std::strin
 // The line of a launcher whose child did not end with 0.
 std::string invalid_command(const std::string &target);
 
+// A launcher, C:\L\bin\java.exe, whose child holds until let_go(): start_held() starts it in a folder
+// that it makes, until_held() waits for the child and returns the launcher's process id, another one
+// when Wine had failed the start. hold_order() is the argument in front of the orders.
+uint32_t start_held(const std::string &folder, const std::vector<std::string> &orders);
+uint32_t until_held(uint32_t process_id, const std::string &folder, const std::vector<std::string> &orders);
+void let_go(const std::string &folder);
+std::string hold_order(const std::string &folder);
+
 // The process id that a stand-in has written to the file; 0 while there is none.
 uint32_t process_id_in(const std::string &windows_path);
 
