@@ -25,6 +25,17 @@ void handle_signal(int signal_number) {
     }
 }
 
+// Writing into a pipe without a reader only fails on Windows. A handler, unlike SIG_IGN, is not
+// handed on to children.
+[[gnu::constructor]] void outlive_closed_pipes() {
+    struct sigaction action;
+    if (sigaction(SIGPIPE, nullptr, &action) == 0 && action.sa_handler == SIG_DFL) {
+        action.sa_handler = [](int) {};
+        action.sa_flags = SA_RESTART;
+        sigaction(SIGPIPE, &action, nullptr);
+    }
+}
+
 } // namespace
 
 BOOL SetConsoleCtrlHandler(PHANDLER_ROUTINE handler, BOOL add) {

@@ -2,6 +2,7 @@
 
 #include <unistd.h>
 
+#include <algorithm>
 #include <array>
 #include <climits>
 #include <cstdlib>
@@ -109,12 +110,23 @@ size_t join(std::string_view first, std::string_view second, char from, char to,
     return length;
 }
 
+// What Windows refuses in names. A name with a quote or a tab could not be told apart within a
+// command line: half of it might name another program.
+bool holds_forbidden_bytes(const char *path) {
+    return std::any_of(path, path + strlen(path),
+                       [](unsigned char c) { return c < ' ' || strchr("\"*<>?|", c) != nullptr; });
+}
+
 } // namespace
 
 size_t unix_path_of_full(const char *full, std::span<char> buffer) {
     const char *directory = is_letter(full[0]) && full[1] == ':' ? directory_of(full[0]) : nullptr;
     if (directory == nullptr) {
         fail_with(ERROR_PATH_NOT_FOUND);
+        return 0;
+    }
+    if (holds_forbidden_bytes(full + 2)) {
+        fail_with(ERROR_INVALID_NAME);
         return 0;
     }
     std::string_view base = directory;

@@ -16,7 +16,8 @@ size_t current_windows_directory(std::span<char> buffer);
 
 // ---- Drives: QVL_HOST_DRIVE_<letter> (drives.cpp) ----
 
-// The Unix path of a full Windows path. Only paths on a drive have one.
+// The Unix path of a full Windows path. Only paths on a drive have one, and only those without the
+// bytes that Windows refuses in names: '"', '*', '<', '>', '?', '|' and all below 32.
 size_t unix_path_of_full(const char *full, std::span<char> buffer);
 
 // An absolute, canonical Unix path as a Windows path on the drive whose directory is the longest

@@ -5,7 +5,8 @@
  *
  * Paths are Windows paths. QVL_HOST_DRIVE_<letter> in the environment names the Unix directory that
  * stands for a drive; Z: is / unless set. The letter case of names counts, as it does for the
- * host's file systems; shares, device names and the prefix \\?\ lead to no file. A failed call sets
+ * host's file systems; shares, device names, the prefix \\?\ and names with what Windows refuses in
+ * them (" * < > ? | and control characters) lead to no file. A failed call sets
  * what GetLastError() returns. Handles are given back with CloseHandle(); any other value passed
  * for one is refused with ERROR_INVALID_HANDLE. One thread only. */
 
@@ -201,6 +202,9 @@ BOOL SetInformationJobObject(HANDLE job, JOBOBJECTINFOCLASS info_class, LPVOID i
 BOOL AssignProcessToJobObject(HANDLE job, HANDLE process);
 
 /* ---- Console ---- */
+
+/* As on Windows, writing into a pipe that nobody reads fails and ends nothing: a program with these
+ * services linked in catches SIGPIPE, its children have it as it was. */
 
 typedef BOOL(WINAPI *PHANDLER_ROUTINE)(DWORD event);
 

@@ -1,11 +1,9 @@
 // Every service of the platform that fails: what the launcher and the rewriting say of it, the exit
 // code, what becomes of the child, and that nothing stays open.
 
-#include <chrono>
 #include <fstream>
-#include <thread>
 
-#include "tests/launcher/world.h"
+#include "tests/support/world.h"
 
 namespace {
 
@@ -63,10 +61,7 @@ protected:
     }
 
     static void expect_ended(uint32_t child) {
-        for (int i = 0; i < 200 && is_running(child); i++) {
-            std::this_thread::sleep_for(std::chrono::milliseconds(10));
-        }
-        EXPECT_FALSE(child != 0 && is_running(child));
+        EXPECT_TRUE(child == 0 || comes_true([=] { return !is_running(child); }));
     }
 };
 
@@ -74,7 +69,7 @@ protected:
 
 TEST_F(fault, of_a_service_of_the_start) {
     const std::string traced = "SHOW_START=true\n";
-    const std::string invalid = here("Error: invalid command: C:\\J\\bin\\java.exe\n");
+    const std::string invalid = invalid_command("C:\\J\\bin\\java.exe");
     const std::string jvm_home_empty = "Error: JVM_HOME directory '' doesn't exist\n";
     const struct {
         const char *faults;
@@ -139,7 +134,7 @@ TEST_F(fault, of_the_wait_takes_the_child_along) {
     const outcome result =
         run_with("WaitForSingleObject", "C:\\L\\bin\\java.exe", {"wait=" + to_text(on_disk(CHILD_ID))});
     EXPECT_EQ(result.status, on_windows ? 259u : 259u % 256);
-    EXPECT_EQ(result.output, here("Error: invalid command: C:\\J\\bin\\java.exe\n"));
+    EXPECT_EQ(result.output, invalid_command("C:\\J\\bin\\java.exe"));
     EXPECT_EQ(what_remains().handles, 0);
     expect_ended(what_remains().child);
 }

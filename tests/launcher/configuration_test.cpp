@@ -3,7 +3,7 @@
 #include <chrono>
 #include <cstring>
 
-#include "tests/launcher/world.h"
+#include "tests/support/world.h"
 
 namespace {
 

@@ -4,13 +4,9 @@
 #include <regex>
 #include <thread>
 
-#include "tests/launcher/world.h"
+#include "tests/support/world.h"
 
 namespace {
-
-std::string invalid_command(const std::string &target) {
-    return here("Error: invalid command: " + target + "\n");
-}
 
 void configure(const std::string &home, const std::string &mode, const std::string &suffix = "") {
     put_file(home + "\\launcher.cfg",
@@ -21,18 +17,6 @@ void configure(const std::string &home, const std::string &mode, const std::stri
 // The one argument that makes a command line of so many characters.
 std::string filling_up_to(size_t length, const std::string &program) {
     return std::string(length - here(program).size() - 1, 'x');
-}
-
-bool comes_true(bool (*condition)()) {
-    for (int i = 0; i < 2000 && !condition(); i++) {
-        std::this_thread::sleep_for(std::chrono::milliseconds(25));
-    }
-    return condition();
-}
-
-uint32_t process_id_in(const char *windows_path) {
-    const std::string text = read_file(on_disk(windows_path));
-    return text.empty() ? 0 : static_cast<uint32_t>(std::stoul(text));
 }
 
 } // namespace

@@ -2,7 +2,7 @@
 
 #include <sstream>
 
-#include "tests/launcher/world.h"
+#include "tests/support/world.h"
 
 namespace {
 

@@ -16,6 +16,7 @@ struct program {
     fs::path file;
     std::vector<std::string> arguments; // without double quotes of their own
     fs::path folder;                    // where it starts; where its three streams' files stand
+    bool into_closed_pipe = false;      // standard output is a pipe whose reader is gone, not a file
 };
 
 // Starts it with the streams "in", "out" and "err" of its folder ("in" may be missing: empty input)
@@ -28,6 +29,13 @@ uint32_t wait_for_end(uint32_t process_id);
 // Ends any process by force.
 void end_by_force(uint32_t process_id);
 bool is_running(uint32_t process_id);
+
+// What a running process holds and has cost: open handles (descriptors), nanoseconds of processor time.
+size_t handle_count(uint32_t process_id);
+uint64_t processor_time(uint32_t process_id);
+
+// Whether a job of this name is there; jobs of the host have no names.
+bool job_exists(const std::string &name);
 
 // An empty value removes the variable.
 void set_environment(const std::string &name, const std::string &value);

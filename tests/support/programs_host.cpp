@@ -20,11 +20,20 @@ uint32_t start(const program &what) {
     posix_spawn_file_actions_init(&actions);
     posix_spawn_file_actions_addchdir_np(&actions, what.folder.c_str());
     posix_spawn_file_actions_addopen(&actions, 0, fs::exists(what.folder / "in") ? "in" : "/dev/null", O_RDONLY, 0);
-    posix_spawn_file_actions_addopen(&actions, 1, "out", O_WRONLY | O_CREAT | O_TRUNC, 0666);
+    int closed_pipe[2] = {-1, -1};
+    if (what.into_closed_pipe && pipe2(closed_pipe, O_CLOEXEC) == 0) {
+        close(closed_pipe[0]);
+        posix_spawn_file_actions_adddup2(&actions, closed_pipe[1], 1);
+    } else {
+        posix_spawn_file_actions_addopen(&actions, 1, "out", O_WRONLY | O_CREAT | O_TRUNC, 0666);
+    }
     posix_spawn_file_actions_addopen(&actions, 2, "err", O_WRONLY | O_CREAT | O_TRUNC, 0666);
     pid_t id = 0;
     const int failed = posix_spawn(&id, what.file.c_str(), &actions, nullptr, arguments.data(), environ);
     posix_spawn_file_actions_destroy(&actions);
+    if (what.into_closed_pipe) {
+        close(closed_pipe[1]);
+    }
     return failed ? 0 : static_cast<uint32_t>(id);
 }
 
@@ -44,6 +53,21 @@ bool is_running(uint32_t process_id) {
     std::string text;
     std::getline(stat, text);
     return !text.empty() && text[text.rfind(')') + 2] != 'Z';
+}
+
+size_t handle_count(uint32_t process_id) {
+    const fs::directory_iterator descriptors("/proc/" + std::to_string(process_id) + "/fd");
+    return static_cast<size_t>(std::distance(begin(descriptors), end(descriptors)));
+}
+
+uint64_t processor_time(uint32_t process_id) {
+    uint64_t nanoseconds = 0;
+    std::ifstream("/proc/" + std::to_string(process_id) + "/schedstat") >> nanoseconds;
+    return nanoseconds;
+}
+
+bool job_exists(const std::string &) {
+    return false;
 }
 
 void set_environment(const std::string &name, const std::string &value) {

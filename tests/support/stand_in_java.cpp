@@ -1,11 +1,16 @@
 // Stands in for a Java runtime: as the java.exe of a home it reports how it was started and does
 // what its arguments ask for, in their order:
 //   env=NAME        reports the variable
+//   id              reports its process id
 //   line            reports the command line as it arrived
 //   stdin           reports what standard input holds
 //   spawn=FILE      starts a process of its own that does wait=FILE
 //   wait=FILE       writes its process id to FILE and waits to be killed (a minute at most)
+//   hold=FILE       writes its process id to FILE and waits until FILE is gone (five minutes at most)
+//   run=PROGRAM     starts the program with the arguments that follow, in the folder "run" of its own,
+//                   and waits to be killed (a minute at most)
 //   interrupt=FILE  creates FILE, waits for Ctrl-C, takes half a second to clean up, removes FILE
+//   end=N           ends with that exit code at once, without a report
 //   exit=N          ends with that exit code; 0 without
 // Every other argument is only reported.
 
@@ -34,6 +39,13 @@ void write_process_id(const fs::path &file) {
     unfinished += ".tmp";
     std::ofstream(unfinished) << own_process_id();
     fs::rename(unfinished, file);
+}
+
+void wait_for_removal(const fs::path &file) {
+    write_process_id(file);
+    for (int i = 0; i < 6000 && fs::exists(file); i++) {
+        sleep_for(50);
+    }
 }
 
 bool wait_for_interrupt(const fs::path &file) {
@@ -73,10 +85,19 @@ int main(int argc, char **argv) {
         } else if (order == "wait") {
             write_process_id(to_path(value));
             sleep_for(60000);
+        } else if (order == "hold") {
+            wait_for_removal(to_path(value));
+        } else if (order == "run") {
+            start({to_path(value), {argv + i + 1, argv + argc}, fs::current_path() / "run"});
+            sleep_for(60000);
         } else if (order == "interrupt") {
             if (!wait_for_interrupt(to_path(value))) {
                 return 1;
             }
+        } else if (order == "id") {
+            report += "id      " + std::to_string(own_process_id()) + "\n";
+        } else if (order == "end") {
+            return static_cast<int>(std::stoul(value));
         } else if (order == "exit") {
             exit_code = static_cast<uint32_t>(std::stoul(value));
         }

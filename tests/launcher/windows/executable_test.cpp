@@ -1,11 +1,11 @@
-// The shape of the Windows executable: what it costs to load.
+// The shape of the Windows executable: what it costs to load, and how it is hardened.
 
 #include <cstring>
 #include <fstream>
 #include <iterator>
 #include <set>
 
-#include "tests/launcher/world.h"
+#include "tests/support/world.h"
 
 namespace {
 
@@ -37,11 +37,40 @@ std::set<std::string> imported(const std::string &bytes) {
     return names;
 }
 
+std::string launcher_bytes() {
+    std::ifstream file(own_file().parent_path() / "java.exe", std::ios::binary);
+    return {std::istreambuf_iterator<char>(file), {}};
+}
+
 } // namespace
 
 TEST(executable, is_small_and_imports_two_libraries) {
-    std::ifstream file(own_file().parent_path() / "java.exe", std::ios::binary);
-    const std::string bytes{std::istreambuf_iterator<char>(file), {}};
-    EXPECT_LE(bytes.size(), 64u * 1024);
+    const std::string bytes = launcher_bytes();
+    EXPECT_LE(bytes.size(), 48u * 1024);
     EXPECT_EQ(imported(bytes), (std::set<std::string>{"KERNEL32.dll", "msvcrt.dll"}));
+}
+
+TEST(executable, moves_and_runs_no_data_and_marks_where_calls_may_land) {
+    const std::string bytes = launcher_bytes();
+    const size_t pe = at<uint32_t>(bytes, 0x3C);
+    const size_t optional = pe + 24;
+    const unsigned high_entropy = 0x20, dynamic_base = 0x40, no_execute = 0x100;
+    EXPECT_EQ(at<uint16_t>(bytes, optional + 70), high_entropy | dynamic_base | no_execute);
+    EXPECT_GE(at<uint64_t>(bytes, optional + 24), uint64_t(1) << 32) << "room for all the randomness";
+    EXPECT_EQ(at<uint16_t>(bytes, pe + 22) & 1, 0) << "relocations are stripped";
+    EXPECT_GT(at<uint32_t>(bytes, optional + 112 + 5 * 8 + 4), 0u) << "no relocations";
+
+    const size_t sections = optional + at<uint16_t>(bytes, pe + 20);
+    const uint32_t executes = 0x20000000, writes = 0x80000000;
+    for (int i = 0; i < at<uint16_t>(bytes, pe + 6); i++) {
+        const size_t section = sections + static_cast<size_t>(i) * 40;
+        EXPECT_NE(at<uint32_t>(bytes, section + 36) & (executes | writes), executes | writes) << bytes.data() + section;
+    }
+
+    const std::string endbr64 = "\xF3\x0F\x1E\xFA";
+    int landings = 0;
+    for (size_t i = bytes.find(endbr64); i != std::string::npos; i = bytes.find(endbr64, i + 1)) {
+        landings++;
+    }
+    EXPECT_GT(landings, 50);
 }

@@ -1,0 +1,121 @@
+// Surroundings that go wrong while the launcher runs: who started it, its output, its log.
+
+#include <chrono>
+#include <regex>
+#include <thread>
+
+#include "tests/support/world.h"
+
+namespace {
+
+const char *const LAUNCHER = "C:\\L\\bin\\java.exe";
+const char *const JAVA = "C:\\J\\bin\\java.exe";
+
+class surroundings : public launcher {};
+
+void configure(const std::string &further_lines) {
+    put_file("C:\\L\\launcher.cfg", here("LAUNCH_MODE=ri\nJVM_HOME=C:\\J\n" + further_lines));
+}
+
+std::string text_of(const std::string &windows_path) {
+    return read_file(on_disk(windows_path));
+}
+
+// The trace is complete once this line stands in it; it differs from start to start.
+const std::regex CHILD_LINE(R"(Windows Java PID = \d+\n)");
+
+bool is_traced(const std::string &trace) {
+    return std::regex_search(trace, CHILD_LINE);
+}
+
+// A start's output without what the next start has otherwise.
+std::string lasting_part(const outcome &result) {
+    EXPECT_TRUE(is_traced(result.output)) << result.output;
+    return std::regex_replace(after_banner(result), CHILD_LINE, "");
+}
+
+uint32_t start_traced(const std::string &folder) {
+    const uint32_t id = until_held(start_held(folder, {"exit=6"}), folder, {"exit=6"});
+    EXPECT_TRUE(comes_true([&] { return is_traced(text_of(folder + "\\out")); }));
+    return id;
+}
+
+outcome let_end(uint32_t id, const std::string &folder) {
+    let_go(folder);
+    return end_of_launcher(id, folder);
+}
+
+outcome run_unread(const std::string &order) {
+    return end_of_launcher(start({on_disk(LAUNCHER), {order}, on_disk("C:\\work"), true}));
+}
+
+} // namespace
+
+// The launcher's last line, after the child's own, shows that it has waited to the end.
+TEST_F(surroundings, whoever_started_it_is_killed) {
+    configure("");
+    put_java("C:\\P\\bin\\java.exe");
+    put_folder("C:\\work\\run");
+    const std::string hold = hold_order("C:\\work");
+    const uint32_t parent = start({on_disk("C:\\P\\bin\\java.exe"),
+                                   {"run=" + to_text(on_disk(LAUNCHER)), hold, "env=NO_SUCH_NAME", "exit=3"},
+                                   on_disk("C:\\work")});
+    ASSERT_TRUE(comes_true([] { return process_id_in("C:\\work\\held") != 0; }));
+    const uint32_t child = process_id_in("C:\\work\\held");
+    end_by_force(parent);
+    wait_for_end(parent);
+    std::this_thread::sleep_for(std::chrono::milliseconds(200));
+    EXPECT_TRUE(is_running(child));
+    let_go("C:\\work");
+    const std::string expected = report(JAVA, {hold, "env=NO_SUCH_NAME", "exit=3"}, "C:\\work\\run") +
+                                 "env     NO_SUCH_NAME is unset\n" + invalid_command(JAVA);
+    EXPECT_TRUE(comes_true([&] { return text_of("C:\\work\\run\\out") == expected; })) << text_of("C:\\work\\run\\out");
+    EXPECT_FALSE(is_running(child));
+}
+
+// The trace and the last line go nowhere. A Unix child that writes there dies of the signal for it,
+// which the launcher must not have taken from it.
+TEST_F(surroundings, nobody_reads_its_output) {
+    configure("SHOW_START=true\nLOG_FILE_OR_DIR=log.txt\n");
+    const struct {
+        std::string order;
+        uint32_t status;
+    } rows[] = {{"end=0", 0}, {"end=7", 7}, {"exit=5", on_windows ? 5u : 141u}};
+    for (const auto &row : rows) {
+        outcome result = run_unread(row.order);
+        result = is_failure_of_wine(result) ? run_unread(row.order) : result;
+        EXPECT_EQ(result.status, row.status) << row.order;
+        EXPECT_EQ(result.errors, "");
+        EXPECT_TRUE(is_traced(text_of("C:\\L\\log.txt")));
+    }
+}
+
+TEST_F(surroundings, its_log_takes_nothing_or_is_another_launchers_too) {
+    const std::vector<std::string> orders = {"-cp", "a.jar", "exit=4"};
+    configure("SHOW_START=true\nLOG_FILE_OR_DIR=Z:\\dev\\full\n");
+    const outcome full = run_launcher(LAUNCHER, orders);
+    configure("SHOW_START=true\nLOG_FILE_OR_DIR=C:\\a.log\n");
+    const outcome sound = run_launcher(LAUNCHER, orders);
+    const std::string expected =
+        std::regex_replace(lasting_part(sound), std::regex(R"((log_file_path: +).*)"), "$1Z:\\dev\\full");
+    EXPECT_EQ(lasting_part(full), expected);
+    EXPECT_EQ(full.errors, "");
+    EXPECT_EQ(full.status, 4u);
+
+    // The second empties the log and writes from its beginning; the first has nothing more to say.
+    const uint32_t first = start_traced("C:\\work\\1"), second = start_traced("C:\\work\\2");
+    const outcome of_first = let_end(first, "C:\\work\\1"), of_second = let_end(second, "C:\\work\\2");
+    for (const outcome &one : {of_first, of_second}) {
+        EXPECT_EQ(one.status, 6u);
+        EXPECT_EQ(one.errors, "");
+    }
+    const auto without_folder = [](const outcome &one, const char *folder) {
+        return std::regex_replace(lasting_part(one), std::regex(folder), "");
+    };
+    EXPECT_EQ(without_folder(of_first, R"([\\/]1\b)"), without_folder(of_second, R"([\\/]2\b)"));
+    const std::string log = text_of("C:\\a.log");
+    EXPECT_TRUE(is_traced(log));
+    EXPECT_EQ(std::regex_replace(of_second.output, CHILD_LINE, ""),
+              std::regex_replace(log, CHILD_LINE, "") +
+                  report(JAVA, {hold_order("C:\\work\\2"), "exit=6"}, "C:\\work\\2") + invalid_command(JAVA));
+}
