@@ -1,37 +1,58 @@
 // A whole start of the launcher, with a disk, a module and a child that are made up: main itself, or what a
-// bundle's front end calls in its place. Null bytes part the input into
-//     bits (made_up_system.h); launcher.cfg; the launcher's own path, if it is another than the usual ones;
-//     CONTAINER_HOME, JVM_HOME and QUORVEL_HOME of the environment; the arguments, a line each
-// In all of them but the path the byte 1 stands for a text that no buffer holds, and 2 for more list entries than
-// an array has slots; the first two of these count.
+// bundle's front end calls in its place. The parts of the input are
+//     bits of the start and the child, the number of the allocation that fails, the child's exit code; the launcher's
+//     own path; what is missing on the disk; what is turned on it; CONTAINER_HOME, JVM_HOME and QUORVEL_HOME of the
+//     environment; launcher.cfg; the arguments
+// In the environment, launcher.cfg and the first argument the byte 1 stands for a text that no buffer holds, and 2 for
+// more list entries than an array has slots; the first of each counts.
 
 #define main launcher_main
 #include "launcher/boiler_plate_exe.cpp"
 #undef main
 
 #include <algorithm>
+#include <sstream>
 
 #include "core/banner.h"
 #include "fuzz/made_up_system.h"
+#include "fuzz/made_up_world.h"
 #include "fuzz/product_run.h"
 
 namespace {
 
-std::string grown(const std::string &text, int *growths) {
-    static const std::string long_text(100001, 'x');
-    static const std::string many_entries = [] {
-        std::string entries;
-        for (int i = 0; i <= OPTION_SLOTS; i++) {
-            entries += "a=";
+enum part { BITS, OWN_PATH, MISSING, TURNED, HOMES, CONFIG = HOMES + 3, ARGS, PARTS };
+enum bits_byte { START, FAILED_ALLOCATION, EXIT_CODE, BIT_BYTES };
+constexpr int IN_BUNDLE = 64; // of START; the lower ones are the child's
+
+std::vector<std::string> args;
+bool is_in_bundle;
+bool allocation_fails_once;
+
+// Views: strings would be lost when the product exits.
+std::string_view own_folder() {
+    return std::string_view(made_up.own_path).substr(0, made_up.own_path.rfind('\\'));
+}
+
+std::string_view bin_folder() {
+    for (const std::string_view folder : {"\\jre\\bin", "\\bin"}) {
+        if (own_folder().ends_with(folder)) {
+            return folder;
         }
-        return entries;
-    }();
-    std::string result;
-    for (const char c : text) {
-        const bool grows = (c == '\1' || c == '\2') && --*growths >= 0;
-        result += grows ? c == '\1' ? long_text : many_entries : std::string(1, c);
     }
-    return result;
+    return "";
+}
+
+// The first `sign` in the text stands for many texts.
+void grow(std::string &text, char sign, const char *repeated, int times) {
+    const size_t at = text.find(sign);
+    if (at == std::string::npos) {
+        return;
+    }
+    std::string grown;
+    for (int i = 0; i < times; i++) {
+        grown += repeated;
+    }
+    text.replace(at, 1, grown);
 }
 
 // The lines that may begin so, in the order of a run. Values have no line ends.
@@ -43,11 +64,8 @@ constexpr std::string_view TRACED[] = {"WARNING: Problem loading configuration f
                                        " \\__\\_\\",
                                        "Launcher PID = ",
                                        "LAUNCHER CONFIGURATION LOADED",
-                                       "   config_path: ",
                                        "INPUT COMMAND:",
                                        "KEY DIRECTORIES:",
-                                       "    executable_file_path = ",
-                                       "    launcher_home        = ",
                                        "Get CONTAINER_HOME from environment",
                                        "Get JVM_HOME from environment",
                                        "Get QUORVEL_HOME from environment",
@@ -62,15 +80,16 @@ constexpr std::string_view TRACED[] = {"WARNING: Problem loading configuration f
 
 // A line of a block that `title` begins. The command line may have been traced and not used any more.
 bool is_in_block(std::string_view title, const std::string &line) {
-    const bool is_time = line == "[FAILED TO GET TIMESTAMP]" || (line.size() == 24 && line[13] == ':');
-    const bool is_command = title == "OUTPUT COMMAND:" && (line == seen.command_line || bits(FAILED_ALLOCATION) > 0);
+    const bool is_time = line.size() == 24 && line[13] == ':';
+    const bool is_command = title == "OUTPUT COMMAND:" && (line == made_up.command_line || allocation_fails_once);
     return line.empty() || line.starts_with("   ") || line.starts_with("---") || is_time || is_command;
 }
 
 void check_trace(const std::string &trace) {
     const std::string_view *last = TRACED;
-    assert(trace.empty() || trace.ends_with('\n') || bits(FAILED_ALLOCATION) > 0);
-    for (const std::string &line : lines_of(trace)) {
+    assert(trace.empty() || trace.ends_with('\n') || allocation_fails_once);
+    std::istringstream lines(trace);
+    for (std::string line; std::getline(lines, line);) {
         const auto *known = std::find_if(last, std::end(TRACED), [&](auto form) { return line.starts_with(form); });
         assert(known != std::end(TRACED) || is_in_block(*last, line));
         last = known != std::end(TRACED) ? known : last;
@@ -79,91 +98,63 @@ void check_trace(const std::string &trace) {
 
 // What is shown and not traced is `message` and stands at the end; the log has the rest.
 void check_output(const std::string &message) {
-    assert(printed.shown.ends_with(message));
-    const std::string trace = printed.shown.substr(0, printed.shown.size() - message.size());
+    assert(product.shown.ends_with(message));
+    const std::string trace = product.shown.substr(0, product.shown.size() - message.size());
     check_trace(trace);
     assert(JLI_IsTraceLauncher() || trace.empty());
-    assert(printed.logged.empty() || printed.logged.starts_with(trace));
-}
-
-// The program that Windows takes from a command line.
-std::string program_of(const std::string &command_line) {
-    const bool is_quoted = command_line[0] == '"';
-    return command_line.substr(is_quoted, command_line.find(is_quoted ? '"' : ' ', 1) - is_quoted);
-}
-
-DWORD child_status() {
-    if (!seen.created || (!seen.assigned && !child(ACCESS_DENIED)) || (!seen.assigned && child(NO_JOB))) {
-        return 1;
-    }
-    if (child(NOT_RESUMED)) {
-        return 1;
-    }
-    return child(NO_EXIT_CODE) ? NO_EXIT_CODE_ERROR : bits(EXIT_CODE) == 127 ? 0xFFFFFFFF : bits(EXIT_CODE);
+    assert(world.has_log ? product.logged.starts_with(trace) : product.logged.empty());
 }
 
 // Returned is the path of the program that was started.
-std::string check_child(const std::vector<std::string> &args) {
-    const std::string target = program_of(seen.command_line);
-    assert(target == seen.last_file && target != own_path());
-    assert(target == seen.home_to_start + bin_folder() + own_path().substr(own_folder().size()));
+std::string check_child() {
+    const std::string target = world.last_home + made_up.own_path.substr(own_folder().size() - bin_folder().size());
+    assert(target == world.last_file && target != made_up.own_path);
     std::string expected = target.find(' ') == std::string::npos ? target : '"' + target + '"';
     for (size_t i = 1; i < args.size(); i++) {
-        expected += ' ' + std::string(args[i].c_str());
+        expected += ' ' + args[i];
     }
-    assert(seen.command_line == expected);
-    assert(seen.terminated == (seen.created && !seen.resumed) && seen.waited == seen.resumed);
-    assert(seen.processes_closed == seen.created && seen.threads_closed == seen.created);
-    assert(seen.jobs_closed == !child(NO_JOB) && open_streams() == 0);
+    assert(made_up.command_line == expected);
+    assert(made_up.terminated == (made_up.created && !made_up.resumed) && made_up.waited == made_up.resumed);
+    assert(made_up.open_handles.empty() && product.streams.empty());
     assert(processedArgCount == 0 && non_path_options_count == 0 && container_home == nullptr);
     return target;
 }
 
-void check_return(int status, const std::vector<std::string> &args) {
-    assert(printed.complained.empty());
-    if (seen.command_line.empty()) {
-        const std::vector<std::string> lines = lines_of(printed.shown);
-        const bool is_refused = !lines.empty() && lines.back().starts_with("Error: invalid command: ");
+void check_return(int status) {
+    assert(product.complained.empty());
+    if (made_up.command_line.empty()) {
+        const size_t refusal_at = product.shown.rfind("Error: invalid command: ");
         assert(status == -1);
-        check_output(is_refused ? lines.back() + "\n" : "");
+        check_output(refusal_at == std::string::npos ? "" : product.shown.substr(refusal_at));
         return;
     }
-    const std::string target = check_child(args);
-    assert(static_cast<DWORD>(status) == child_status());
+    const std::string target = check_child();
+    assert(static_cast<DWORD>(status) == made_up.status);
     check_output(status == 0 ? "" : "Error: invalid command: " + target + "\n");
 }
 
 void check_exit(int status) {
-    const std::string_view complaint = printed.complained;
-    assert(seen.command_line.empty() || bits(FAILED_ALLOCATION) > 0);
-    assert(complaint.empty() || (complaint.ends_with('\n') && complaint.find('\n') == complaint.size() - 1));
-    const bool is_refused = complaint.starts_with("Error: text too long (at most 99999 bytes): ") ||
-                            complaint.starts_with("Error: too many ") || complaint.ends_with(": failed\n");
+    const std::string_view complaint = product.complained;
+    assert(made_up.command_line.empty() || allocation_fails_once);
+    assert(complaint.empty() || complaint.find('\n') == complaint.size() - 1);
     if (status == 1 && complaint.empty()) {
         const std::string message = "Error: java executable path either doesn't exist or is invalid: \"";
-        assert(printed.shown == message + own_path() + "\"\n" && seen.paths_asked <= 1 && printed.logged.empty());
+        assert(product.shown == message + made_up.own_path + "\"\n" && product.logged.empty());
         return;
     }
     if (status == 1) {
-        assert(is_refused);
+        assert(complaint.starts_with("Error: text too long (at most 99999 bytes): ") ||
+               complaint.starts_with("Error: too many ") || complaint.ends_with(": failed\n"));
     } else if (status == -1) {
-        assert(how(NO_LOG) && complaint.starts_with("Error! Could not open log_file_path: "));
+        assert(complaint.starts_with("Error! Could not open log_file_path: "));
     } else {
-        assert(status == 0 && how(IN_BUNDLE) && seen.command_line.empty());
+        assert(status == 0 && is_in_bundle);
         assert(complaint.empty() || complaint.ends_with("\\quorvel_home doesn't exist\n"));
     }
     check_output("");
 }
 
-void check_lists() {
-    for (int count : {non_path_options_count, allow_vm_properties_count, ignore_properties_count, jvm_options_count,
-                      container_options_count}) {
-        assert(count >= 0 && count <= OPTION_SLOTS);
-    }
-    assert(processedArgCount <= ARGUMENT_SLOTS);
-}
-
-// A front end that ships inside a bundle. With LEFT_SUSPENDED it only prepares its child.
+// A front end that ships inside a bundle.
 int start_in_bundle(char **argv, int argc) {
     assign_text(&executable_dir, own_folder());
     os_name = "Windows";
@@ -175,81 +166,62 @@ int start_in_bundle(char **argv, int argc) {
     if (validate_directories() == FAILURE) {
         return FAILURE;
     }
-    const text_ptr target = target_path(own_path().c_str() + own_folder().size() + 1);
+    const text_ptr target = target_path(made_up.own_path.c_str() + own_folder().size() + 1);
     if (!is_file(target.get()) || is_launcher_itself(target.get())) {
         return FAILURE;
     }
     release_text(&container_home);
     argv[0] = processArg(target.get());
-    if (!child(LEFT_SUSPENDED)) {
-        return invalid_command(target.get(), execute_command(argv[0], argv, argc));
-    }
-    STARTUPINFOA start_up = {};
-    start_up.cb = sizeof start_up;
-    PROCESS_INFORMATION information = {};
-    const DWORD status = CreateProcessInJob(&job, nullptr, argv[0], nullptr, nullptr, FALSE, CREATE_SUSPENDED, nullptr,
-                                            nullptr, &start_up, &information);
-    assert(!seen.resumed && (information.hProcess != nullptr) == (seen.created && status == 0));
-    return static_cast<int>(status);
-}
-
-void run_launcher(std::vector<std::string> args) {
-    std::vector<char *> argv;
-    for (std::string &arg : args) {
-        argv.push_back(arg.data());
-    }
-    argv.push_back(nullptr);
-    const int argc = static_cast<int>(args.size());
-    int status = 0;
-    const product_end end = run_product([&] {
-        fail_allocation(bits(FAILED_ALLOCATION));
-        status = how(IN_BUNDLE) ? start_in_bundle(argv.data(), argc) : launcher_main(argc, argv.data());
-    });
-    check_lists();
-    if (end.by_exit) {
-        check_exit(end.status);
-    } else if (!how(IN_BUNDLE)) {
-        check_return(status, args);
-    }
+    const int status = execute_command(argv[0], argv, argc);
+    return status == 0 ? status : invalid_command(target.get(), status);
 }
 
 void take_input(const uint8_t *data, size_t size) {
-    parts = split_input(data, size, PARTS);
-    parts[BITS].resize(BIT_BYTES);
-    int growths = 2;
-    for (size_t i = CONFIG; i < PARTS; i++) {
-        if (i != OWN_PATH) {
-            parts[i] = grown(parts[i], &growths);
+    std::vector<std::string> parts = split_input(data, size, PARTS);
+    for (size_t i = HOMES; i < PARTS; i++) {
+        grow(parts[i], '\1', "x", 100001);
+        grow(parts[i], '\2', "a=", OPTION_SLOTS + 1);
+    }
+    for (size_t i = OWN_PATH; i < parts.size(); i++) {
+        if (i != CONFIG) {
+            std::erase(parts[i], '\n');
         }
     }
-    if (own_path().empty()) {
-        parts[OWN_PATH] = how(IN_JRE) ? "C:\\L\\jre\\bin\\java.exe" : "C:\\L\\bin\\java.exe";
-    }
-    if (how(IN_BUNDLE) && own_path().find('\\') == std::string::npos) {
-        parts[OWN_PATH].insert(0, "C:\\");
-    }
-    parts[OWN_PATH].resize(std::min(parts[OWN_PATH].size(), LONGEST_PATH));
-    for (size_t i = OWN_PATH; i < ARGS; i++) {
-        std::erase(parts[i], '\n');
-    }
+    parts[BITS].resize(BIT_BYTES);
+    is_in_bundle = (parts[BITS][START] & IN_BUNDLE) != 0;
+    product.allocations_to_failure = static_cast<size_t>(parts[BITS][FAILED_ALLOCATION] & 127);
+    allocation_fails_once = product.allocations_to_failure > 0;
+    made_up = {};
+    made_up.child_bits = static_cast<unsigned>(parts[BITS][START]);
+    made_up.exit_code = static_cast<DWORD>(parts[BITS][EXIT_CODE]);
+    const bool is_usual = is_in_bundle ? parts[OWN_PATH].find('\\') == std::string::npos : parts[OWN_PATH].empty();
+    made_up.own_path = is_usual ? "C:\\L\\bin\\java.exe" : parts[OWN_PATH].substr(0, LONGEST_PATH);
+    world = {};
+    world.missing = parts[MISSING];
+    world.turned = parts[TURNED];
+    world.config = parts[CONFIG];
+    world.variables = {
+        {"CONTAINER_HOME", parts[HOMES]}, {"JVM_HOME", parts[HOMES + 1]}, {"QUORVEL_HOME", parts[HOMES + 2]}};
+    args.assign(parts.begin() + ARGS, parts.end());
+    args.insert(args.begin(), "java");
 }
 
 } // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size) {
-    // The host keeps what it has found out about its drives.
-    static const bool drives_are_known = [] {
-        setenv("QVL_HOST_DRIVE_C", "/tmp", 1);
-        free(current_directory());
-        return true;
-    }();
-    assert(drives_are_known);
-    seen = {};
-    take_input(data, size);
     start_product();
-    std::vector<std::string> args = lines_of(parts[ARGS]);
-    args.insert(args.begin(), "java");
-    run_launcher(args);
+    take_input(data, size);
+    std::vector<char *> argv = pointers_to(args);
+    const int argc = static_cast<int>(args.size());
+    int status = 0;
+    run_product([&] { status = is_in_bundle ? start_in_bundle(argv.data(), argc) : launcher_main(argc, argv.data()); });
+    const std::string home(own_folder().substr(0, own_folder().size() - bin_folder().size()));
+    assert(world.last_read.empty() || world.last_read == home + "\\launcher.cfg");
+    if (product.by_exit) {
+        check_exit(product.status);
+    } else {
+        check_return(status);
+    }
     release_product();
     return 0;
 }

@@ -1,100 +1,76 @@
-// The expansion of option variables. The first byte of the input says whether there is a variable's name, tracing, a
-// trace log, whether the variable is taken from the environment, in a relaunch or not, and whether the text is a
-// single argument instead; the text goes up to the first null byte, and what follows is the content of every file
-// that an "@" option names. A file whose name begins with "?" is missing, with "!" it cannot be read.
-//
-// The bookkeeping of the arguments seen is reset for each run, and to this end its source is compiled in.
-#include "jli/args.cpp"
+// The expansion of option variables. The first byte of the input says how it is done; the text goes up to the first
+// "|", what follows is the content of every file that an "@" option names.
 
 #include <algorithm>
-#include <cstdio>
-#include <string>
+#include <cstring>
 
+#include "fuzz/made_up_world.h"
 #include "fuzz/product_run.h"
-#include "platform/files.h"
+#include "jli/args.h"
 
 namespace {
 
-std::string file_content;
-std::string text;
+enum way_bit {
+    HAS_NO_NAME = 1,
+    TRACES = 2,
+    IS_LOGGED = 4,
+    FROM_ENVIRONMENT = 8,
+    IS_RELAUNCH = 16,
+    IS_SINGLE_ARGUMENT = 32
+};
 
-// A first call after arguments were checked marks a relaunch, and for good: it is set back.
-void start_bookkeeping(bool is_relaunch) {
-    argsCount = is_relaunch ? 2 : 1;
-    relaunch = false;
-    JLI_InitArgProcessing(0, 0);
+void expand_text(unsigned way, const std::string &text) {
+    LOG_FILE_FD = (way & IS_LOGGED) != 0 ? opened(fopen("/dev/null", "w")) : nullptr;
+    if ((way & TRACES) != 0) {
+        JLI_SetTraceLauncher();
+    }
+    if ((way & IS_SINGLE_ARGUMENT) != 0) {
+        JLI_PreprocessArg(text.c_str(), 1);
+        return;
+    }
+    if ((way & IS_RELAUNCH) != 0) {
+        checkArg("-x");
+        JLI_InitArgProcessing(0, 0);
+    }
+    JLI_List args = JLI_List_new(1);
+    if ((way & FROM_ENVIRONMENT) != 0) {
+        assert(JLI_AddArgsFromEnvVar(args, "OPTIONS") == ((way & IS_RELAUNCH) == 0));
+    } else {
+        assert(expand(args, text.c_str(), (way & HAS_NO_NAME) != 0 ? nullptr : "OPTIONS") == 1);
+    }
+    // Every option that came through is one that may stand there, and the bookkeeping agrees.
+    assert(std::none_of(args->elements, args->elements + args->size, isTerminalOpt));
+    assert(JLI_GetAppArgIndex() == -1);
 }
 
 // One message for the variable and one for what ends the process, in the log and on standard error alike.
-void check_reports(const product_end &end, bool traces, bool is_logged, bool takes_variable) {
-    assert(!end.by_exit || end.status == 1);
-    std::string reports = printed.complained;
-    assert(printed.shown.empty() && printed.logged == (is_logged ? reports : ""));
-    const std::string note = "NOTE: Picked up OPTIONS: " + text;
-    if (traces && takes_variable) {
+void check_reports(unsigned way, const std::string &text) {
+    assert(!product.by_exit || product.status == 1);
+    std::string reports = product.complained;
+    assert(product.shown.empty() && product.logged == ((way & IS_LOGGED) != 0 ? reports : ""));
+    const bool traces = (way & TRACES) != 0;
+    if (traces && (way & (FROM_ENVIRONMENT | IS_RELAUNCH | IS_SINGLE_ARGUMENT)) == FROM_ENVIRONMENT) {
+        const std::string note = "NOTE: Picked up OPTIONS: " + text;
         assert(reports.starts_with(note));
         reports.erase(0, note.size());
     }
-    assert(reports.empty() == (!traces || !end.by_exit) && (reports.empty() || reports.starts_with("Error: ")));
+    assert(reports.empty() == (!traces || !product.by_exit) && (reports.empty() || reports.starts_with("Error: ")));
 }
 
 } // namespace
-
-extern "C" {
-char *__real_getenv(const char *name);
-char *__wrap_getenv(const char *name);
-entry_kind __wrap__Z7kind_ofPKc(const char *path);
-FILE *__wrap__Z14open_text_filePKcS0_(const char *path, const char *mode);
-
-char *__wrap_getenv(const char *name) {
-    return in_product() && strcmp(name, "OPTIONS") == 0 ? text.data() : __real_getenv(name);
-}
-
-entry_kind __wrap__Z7kind_ofPKc(const char *path) {
-    return path[0] == '?' ? entry_kind::missing : entry_kind::file;
-}
-
-FILE *__wrap__Z14open_text_filePKcS0_(const char *path, const char *mode) {
-    if (path[0] == '!') {
-        return opened(fopen("/dev/null", "w"));
-    }
-    return opened(fmemopen(file_content.data(), file_content.size(), mode));
-}
-}
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size) {
     if (size == 0) {
         return 0;
     }
-    const char *variable_name = data[0] % 2 == 0 ? "OPTIONS" : nullptr;
-    const bool traces = (data[0] & 2) != 0;
-    const bool is_logged = (data[0] & 4) != 0;
-    const bool from_environment = (data[0] & 8) != 0;
-    const bool is_relaunch = from_environment && (data[0] & 16) != 0;
-    const std::string input(data + 1, data + size);
-    text = input.c_str();
-    file_content = input.substr(std::min(input.size(), text.size() + 1)) + "\n";
-
-    start_bookkeeping(is_relaunch);
+    const unsigned way = data[0];
+    const std::vector<std::string> parts = split_input(data + 1, size - 1, 2);
+    world = {};
+    world.content = parts[1];
+    world.variables = {{"OPTIONS", parts[0]}};
     start_product();
-    const product_end end = run_product([&] {
-        LOG_FILE_FD = is_logged ? opened(fopen("/dev/null", "w")) : nullptr;
-        if (traces) {
-            JLI_SetTraceLauncher();
-        }
-        if ((data[0] & 32) != 0) {
-            JLI_PreprocessArg(text.c_str(), 1);
-            return;
-        }
-        JLI_List args = JLI_List_new(1);
-        const int result =
-            from_environment ? JLI_AddArgsFromEnvVar(args, "OPTIONS") : expand(args, text.c_str(), variable_name);
-        assert(result == !is_relaunch);
-        // Every option that came through is one that may stand there, and the bookkeeping agrees.
-        assert(std::none_of(args->elements, args->elements + args->size, isTerminalOpt));
-        assert(JLI_GetAppArgIndex() == -1);
-    });
-    check_reports(end, traces, is_logged, from_environment && !is_relaunch && (data[0] & 32) == 0);
+    run_product([&] { expand_text(way, parts[0]); });
+    check_reports(way, parts[0]);
     release_product();
     return 0;
 }

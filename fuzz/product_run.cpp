@@ -1,31 +1,45 @@
 #include "fuzz/product_run.h"
 
-// The trace switch is nobody else's.
+// What these keep for the life of a process is nobody else's.
+#include "core/rewriting/advanced_mode.cpp"
+#include "jli/args.cpp"
 #include "jli/jli_util.cpp"
 
 #include <algorithm>
 #include <csetjmp>
-#include <unordered_set>
+#include <sstream>
 
-#include "core/jlp_vars.h"
+#include "core/rewriting/path_rewriting.h"
 
 namespace {
 
-bool running = false;
 jmp_buf after_run;
-int exit_status = 0;
-size_t allocations_to_failure = 0;
-
 std::unordered_set<void *> blocks; // of this run, and not given back
-std::unordered_set<FILE *> streams;
+
+constexpr struct {
+    int *count;
+    int slots;
+} LISTS[] = {
+    {&processedArgCount, ARGUMENT_SLOTS},
+    {&lhs_count, ARGUMENT_SLOTS},
+    {&rhs_count, ARGUMENT_SLOTS},
+    {&newPathListCount, ARGUMENT_SLOTS},
+    {&updated_options_for_var_count, VARIABLE_SLOTS},
+    {&options_for_quorvel_guest_var_count, VARIABLE_SLOTS},
+    {&non_path_options_count, OPTION_SLOTS},
+    {&allow_vm_properties_count, OPTION_SLOTS},
+    {&ignore_properties_count, OPTION_SLOTS},
+    {&jvm_options_count, OPTION_SLOTS},
+    {&container_options_count, OPTION_SLOTS},
+};
 
 bool allocation_fails() {
-    return running && allocations_to_failure > 0 && --allocations_to_failure == 0;
+    return product.is_going_on && product.allocations_to_failure > 0 && --product.allocations_to_failure == 0;
 }
 
 template <typename Block>
 Block *note(Block *block) {
-    if (running && block != nullptr) {
+    if (product.is_going_on && block != nullptr) {
         blocks.insert(block);
     }
     return block;
@@ -33,48 +47,29 @@ Block *note(Block *block) {
 
 std::string &text_of(FILE *stream) {
     if (stream == stdout) {
-        return printed.shown;
+        return product.shown;
     }
-    assert(stream == stderr || streams.count(stream) == 1);
-    return stream == stderr ? printed.complained : printed.logged;
+    assert(stream == stderr || product.streams.count(stream) == 1);
+    return stream == stderr ? product.complained : product.logged;
 }
 
 } // namespace
 
-product_output printed;
+product_run product;
 
-extern "C" {
-[[noreturn]] void __real_exit(int status);
-void *__real_malloc(size_t size);
-void *__real_realloc(void *block, size_t size);
-char *__real_strdup(const char *text);
-void __real_free(void *block);
-int __real_fclose(FILE *stream);
-int __real_fputs(const char *text, FILE *stream);
-void __real_perror(const char *text);
-
-[[noreturn]] void __wrap_exit(int status);
-void *__wrap_malloc(size_t size);
-void *__wrap_realloc(void *block, size_t size);
-char *__wrap_strdup(const char *text);
-void __wrap_free(void *block);
-int __wrap_fclose(FILE *stream);
-int __wrap_fputs(const char *text, FILE *stream);
-void __wrap_perror(const char *text);
-
-void __wrap_exit(int status) {
-    if (!running) {
+WRAP([[noreturn]] void, exit, (int status)) {
+    if (!product.is_going_on) {
         __real_exit(status);
     }
-    exit_status = status;
+    product.status = status;
     longjmp(after_run, 1);
 }
 
-void *__wrap_malloc(size_t size) {
+WRAP(void *, malloc, (size_t size)) {
     return allocation_fails() ? nullptr : note(__real_malloc(size));
 }
 
-void *__wrap_realloc(void *block, size_t size) {
+WRAP(void *, realloc, (void *block, size_t size)) {
     if (allocation_fails()) {
         return nullptr;
     }
@@ -82,41 +77,43 @@ void *__wrap_realloc(void *block, size_t size) {
     return note(__real_realloc(block, size));
 }
 
-char *__wrap_strdup(const char *text) {
+WRAP(char *, strdup, (const char *text)) {
     return allocation_fails() ? nullptr : note(__real_strdup(text));
 }
 
-void __wrap_free(void *block) {
+WRAP(void, free, (void *block)) {
     blocks.erase(block);
     __real_free(block);
 }
 
-int __wrap_fclose(FILE *stream) {
-    assert(!running || streams.erase(stream) == 1);
+WRAP(int, fclose, (FILE * stream)) {
+    assert(!product.is_going_on || product.streams.erase(stream) == 1);
     return __real_fclose(stream);
 }
 
-int __wrap_fputs(const char *text, FILE *stream) {
-    if (!running) {
+WRAP(int, fputs, (const char *text, FILE *stream)) {
+    if (!product.is_going_on) {
         return __real_fputs(text, stream);
     }
     text_of(stream) += text;
     return 0;
 }
 
-void __wrap_perror(const char *text) {
-    if (!running) {
-        __real_perror(text);
-    } else {
-        printed.complained += std::string(text) + ": failed\n";
-    }
-}
+WRAP(void, perror, (const char *text)) {
+    product.complained += std::string(text) + ": failed\n";
 }
 
 void start_product() {
+    // The host keeps what it finds out about its drives beyond the run.
+    setenv("QVL_HOST_DRIVE_C", "/tmp", 1);
+    free(current_directory());
+
+    product = {};
     _launcher_debug = 0;
-    printed = {};
-    allocations_to_failure = 0;
+    argsCount = 1;
+    relaunch = false;
+    JLI_InitArgProcessing(0, 0);
+    is_taking_container_options = false;
     LOG_FILE_FD = nullptr;
     os_name = nullptr;
     is_native_invocation = is_host_java_9_plus = is_guest_java_9_plus = 0;
@@ -128,96 +125,57 @@ void start_product() {
           &quorvel_library_path, &allow_vm_properties_option, &new_mem_val_as_str}) {
         *text = nullptr;
     }
-    for (int *count : {&non_path_options_count, &allow_vm_properties_count, &ignore_properties_count,
-                       &jvm_options_count, &container_options_count, &processedArgCount, &lhs_count, &rhs_count,
-                       &newPathListCount, &updated_options_for_var_count, &options_for_quorvel_guest_var_count}) {
-        *count = 0;
+    for (const auto &list : LISTS) {
+        *list.count = 0;
     }
 }
 
-product_end run_product(const std::function<void()> &run) {
-    static bool by_exit;
-    by_exit = setjmp(after_run) != 0;
-    if (!by_exit) {
-        running = true;
+void run_product(const std::function<void()> &run) {
+    product.by_exit = setjmp(after_run) != 0;
+    if (!product.by_exit) {
+        product.is_going_on = true;
         run();
     }
-    running = false;
-    return {by_exit, exit_status};
+    product.is_going_on = false;
+    for (const auto &list : LISTS) {
+        assert(*list.count >= 0 && *list.count <= list.slots);
+    }
 }
 
 void release_product() {
-    for (FILE *stream : streams) {
+    // A run that has ended on its way has left the shared queries standing.
+    shared_disk_queries();
+    for (FILE *stream : product.streams) {
         __real_fclose(stream);
     }
-    streams.clear();
     for (void *block : blocks) {
         __real_free(block);
     }
     blocks.clear();
 }
 
-bool in_product() {
-    return running;
-}
-
-void outside_product(const std::function<void()> &work) {
-    const bool was_running = running;
-    running = false;
-    work();
-    running = was_running;
-}
-
-void fail_allocation(size_t number) {
-    allocations_to_failure = number;
-}
-
 FILE *opened(FILE *stream) {
-    if (running && stream != nullptr) {
-        streams.insert(stream);
+    if (stream != nullptr) {
+        product.streams.insert(stream);
     }
     return stream;
 }
 
-FILE *open_content(std::string &content) {
-    content += '\n';
-    return opened(fmemopen(content.data(), content.size(), "r"));
-}
-
-size_t open_streams() {
-    return streams.size();
-}
-
-std::vector<std::string> split_input(const uint8_t *data, size_t size, size_t count) {
-    std::vector<std::string> parts(1);
-    for (size_t i = 0; i < size; i++) {
-        if (data[i] == '\0' && parts.size() < count) {
-            parts.emplace_back();
-        } else {
-            parts.back() += static_cast<char>(data[i]);
-        }
+std::vector<std::string> split_input(const uint8_t *data, size_t size, size_t wanted) {
+    std::vector<std::string> parts;
+    std::istringstream input({data, data + size});
+    for (std::string part; std::getline(input, part, '|');) {
+        parts.emplace_back(part.c_str());
     }
-    parts.resize(count);
+    parts.resize(std::max(parts.size(), wanted));
     return parts;
 }
 
-std::vector<std::string> lines_of(const std::string &text) {
-    std::vector<std::string> lines;
-    for (size_t start = 0; start < text.size();) {
-        const size_t end = std::min(text.find('\n', start), text.size());
-        lines.push_back(text.substr(start, end - start));
-        start = end + 1;
+std::vector<char *> pointers_to(std::vector<std::string> &texts) {
+    std::vector<char *> pointers;
+    for (std::string &text : texts) {
+        pointers.push_back(text.data());
     }
-    return lines;
-}
-
-bool is_possible_path(std::string_view path) {
-    return std::none_of(path.begin(), path.end(), [](char c) {
-        return static_cast<unsigned char>(c) < ' ' || std::string_view("\"<>|?*").find(c) != std::string_view::npos;
-    });
-}
-
-bool names_file(std::string_view path) {
-    const std::string_view name = path.substr(path.rfind('\\') + 1);
-    return name.find('.') != std::string_view::npos && name.find_first_not_of('.') != std::string_view::npos;
+    pointers.push_back(nullptr);
+    return pointers;
 }

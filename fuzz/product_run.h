@@ -10,51 +10,40 @@
 #include <cstdio>
 #include <functional>
 #include <string>
-#include <string_view>
+#include <unordered_set>
 #include <vector>
 
-struct product_end {
-    bool by_exit;
-    int status; // of exit()
-};
+// The function to which the linker hands the calls of `name`; __real_ and its name is what it stands for.
+#define WRAP(result, name, parameters)                                                                                 \
+    extern "C" result __real_##name parameters;                                                                        \
+    extern "C" result __wrap_##name parameters;                                                                        \
+    result __wrap_##name parameters
 
-// Sets the launcher state and the trace switch back, and forgets what was printed.
+struct product_run {
+    bool is_going_on;
+    bool by_exit;                          // how it has ended
+    int status;                            // of exit()
+    size_t allocations_to_failure;         // the one of this number fails, with 0 none does
+    std::string shown, complained, logged; // on standard output, on standard error, on every other stream
+    std::unordered_set<FILE *> streams;    // open ones
+};
+extern product_run product;
+
+// Sets back what the product keeps for the life of a process.
 void start_product();
 
-product_end run_product(const std::function<void()> &run);
+void run_product(const std::function<void()> &run);
 
 // Gives back the heap blocks and streams of the run, and with them what the launcher state points to.
 void release_product();
 
-// Whether a run is going on: the targets' wraps act in it alone.
-bool in_product();
-
-// Does something whose blocks outlive the run.
-void outside_product(const std::function<void()> &work);
-
-// The allocation of this number, from the next one on, fails once; with 0 none does.
-void fail_allocation(size_t number);
-
-// What was printed: on standard output, on standard error, on every other stream.
-struct product_output {
-    std::string shown;
-    std::string complained;
-    std::string logged;
-};
-extern product_output printed;
-
-// A stream that the run opens.
+// Notes a stream that the run opens.
 FILE *opened(FILE *stream);
-FILE *open_content(std::string &content);
-size_t open_streams();
 
-// The input's parts, parted by null bytes; the last one takes the rest.
-std::vector<std::string> split_input(const uint8_t *data, size_t size, size_t count);
-std::vector<std::string> lines_of(const std::string &text);
+// The input's parts, "|" between them: as many as wanted, or more. A part ends with its first null byte.
+std::vector<std::string> split_input(const uint8_t *data, size_t size, size_t wanted);
 
-// A disk of which nothing has to be made: an entry with a dot in its name is a file, any other a directory. What
-// holds a character that Windows has in no name is missing.
-bool is_possible_path(std::string_view path);
-bool names_file(std::string_view path);
+// Pointers to the texts, and a null pointer behind them.
+std::vector<char *> pointers_to(std::vector<std::string> &texts);
 
 #endif

@@ -1,0 +1,117 @@
+#include "fuzz/made_up_world.h"
+
+#include <cstring>
+
+#include "core/jlp_vars.h"
+#include "core/launch_mode.h"
+#include "fuzz/product_run.h"
+#include "jli/text.h"
+#include "platform/environment.h"
+#include "platform/windows_services.h"
+
+made_up_world world;
+
+namespace {
+
+bool is_named(const char *path, const std::string &name) {
+    return !name.empty() && strstr(path, name.c_str()) != nullptr;
+}
+
+bool is_possible(std::string_view path) {
+    for (const char c : path) {
+        if (static_cast<unsigned char>(c) < ' ' || strchr("\"<>|?*", c) != nullptr) {
+            return false;
+        }
+    }
+    return !path.empty();
+}
+
+bool names_file(std::string_view path) {
+    const std::string_view name = path.substr(path.rfind('\\') + 1);
+    return name.find('.') != std::string_view::npos && name.find_first_not_of('.') != std::string_view::npos;
+}
+
+} // namespace
+
+// kind_of
+WRAP(entry_kind, _Z7kind_ofPKc, (const char *path)) {
+    if (!is_possible(path) || is_named(path, world.missing)) {
+        return entry_kind::missing;
+    }
+    if (names_file(path) == is_named(path, world.turned)) {
+        return entry_kind::directory;
+    }
+    world.last_file = path;
+    if (launch_mode != nullptr) {
+        const char *home = launch_mode_uses_container() ? container_home : jvm_home;
+        world.last_home = home == nullptr ? "" : home;
+    }
+    return entry_kind::file;
+}
+
+// open_text_file
+WRAP(FILE *, _Z14open_text_filePKcS0_, (const char *path, const char *mode)) {
+    const bool is_open = strchr(path, '!') == nullptr;
+    if (*mode == 'w') {
+        world.has_log = is_open && is_possible(path);
+        return world.has_log ? opened(fopen("/dev/null", mode)) : nullptr;
+    }
+    if (kind_of(path) != entry_kind::file) {
+        return nullptr;
+    }
+    if (!is_open) {
+        return opened(fopen("/dev/null", "w"));
+    }
+    world.last_read = path;
+    std::string &content = std::string_view(path).ends_with("\\launcher.cfg") ? world.config : world.content;
+    content += '\n';
+    return opened(fmemopen(content.data(), content.size(), mode));
+}
+
+// Long paths are known, as on a system that is set up for them: the host knows none.
+WRAP(DWORD, GetFullPathNameA, (LPCSTR path, DWORD size, LPSTR buffer, LPSTR *file_part)) {
+    static char host_buffer[TEXT_SIZE];
+    std::string full = path;
+    if (full.size() <= LONGEST_PATH) {
+        full.assign(host_buffer, __real_GetFullPathNameA(path, TEXT_SIZE, host_buffer, file_part));
+    }
+    if (full.find('&') != std::string::npos) {
+        full += "and a longer name";
+    }
+    if (full.empty() || full.find('%') != std::string::npos) {
+        return 0;
+    }
+    const DWORD length = static_cast<DWORD>(full.size());
+    if (length >= size) {
+        return length + 1;
+    }
+    memcpy(buffer, full.c_str(), full.size() + 1);
+    return length;
+}
+
+WRAP(char *, getenv, (const char *name)) {
+    if (!product.is_going_on) {
+        return __real_getenv(name);
+    }
+    const auto variable = world.variables.find(name);
+    return variable == world.variables.end() ? nullptr : variable->second.data();
+}
+
+// get_environment_value
+WRAP(size_t, _Z21get_environment_valuePKcPcm, (const char *name, char *buffer, size_t size)) {
+    std::string &value = world.changes.count(name) == 1 ? world.changes[name] : world.variables[name];
+    const size_t length = value.size();
+    if (length < size) {
+        memcpy(buffer, value.c_str(), length + 1);
+        return length;
+    }
+    if (size == 0 && value.find('+') != std::string::npos) {
+        value.resize(length % 3 * length, '+');
+    }
+    return length == 0 ? 0 : length + 1;
+}
+
+WRAP(BOOL, SetEnvironmentVariableA, (LPCSTR name, LPCSTR value)) {
+    world.changes[name] = value;
+    return --world.changes_to_failure != 0;
+}
