@@ -7,13 +7,12 @@
 #include <cstring>
 
 #include "core/jlp_utils.h"
-#include "fuzz/made_up_world.h"
 #include "fuzz/product_run.h"
 #include "jli/text.h"
 
 namespace {
 
-enum part { BITS, MISSING, CONTENT, VARIABLES, CONFIG = VARIABLES + 5, ARGS, PARTS };
+enum part { BITS, MISSING, CONTENT, VARIABLES, CONFIG = VARIABLES + 5, ARGS };
 constexpr const char *NAMES[] = {"JDK_JAVA_OPTIONS", "JAVA_TOOL_OPTIONS", "_JAVA_OPTIONS",
                                  "QUORVEL_GUEST__JAVA_OPTIONS", "CLASSPATH"};
 constexpr const char *MODES[] = {"advanced", "legacy", "patch", "secure", "ri"};
@@ -27,17 +26,15 @@ void load_configuration(unsigned bits) {
     native_jvm_bits = (bits & 32) != 0 ? 32 : 64;
 }
 
-size_t length_of(char *const *list, int count) {
-    size_t length = 0;
-    for (int i = 0; i < count; i++) {
-        length += strlen(list[i]);
-    }
-    return length;
-}
-
 // Every slot below a count holds a text, and an advanced command line runs the container.
 void check_lists() {
-    assert(length_of(lhs, lhs_count) + length_of(rhs, rhs_count) > 0 || use_advanced_launch_mode == 0);
+    std::string texts;
+    for (int i = 0; i < lhs_count; i++) {
+        texts += lhs[i];
+    }
+    for (int i = 0; i < rhs_count; i++) {
+        texts += rhs[i];
+    }
     assert(use_advanced_launch_mode == 0 || strcmp(lhs[lhs_count - 1], "quorvel.Container") == 0);
 }
 
@@ -52,7 +49,7 @@ WRAP(void, JLI_TraceLauncher, (const char *format, ...)) {
 }
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size) {
-    const std::vector<std::string> parts = split_input(data, size, PARTS);
+    const std::vector<std::string> parts = split_input(data, size, ARGS);
     const unsigned bits = parts[BITS].empty() ? 0 : static_cast<unsigned char>(parts[BITS][0]);
     const std::string mode = MODES[bits % 8 % std::size(MODES)];
     world = {};
@@ -69,16 +66,14 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size) {
     world.changes_to_failure = bits / 64;
     std::vector<std::string> args(parts.begin() + ARGS, parts.end());
     const std::vector<char *> argv = pointers_to(args);
-    start_product();
-    run_product([&] {
+    const auto run = [&] {
         load_configuration(bits);
         for (int i = 0; i <= is_native_invocation; i++) {
             parse_arguments(static_cast<int>(args.size()), argv.data());
             check_lists();
             reset_jlp_for_native_invocation();
         }
-    });
-    assert(!product.by_exit || product.status == 1 || product.status == -1);
-    release_product();
+    };
+    run_product(run, [] { assert(!product.by_exit || product.status == 1 || product.status == -1); });
     return 0;
 }

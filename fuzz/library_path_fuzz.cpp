@@ -1,30 +1,24 @@
 // A native host's start: the path of its JNI library, then launcher.cfg below the launcher home that the path
 // names, then the Java versions of the homes. The parts of the input are
-//     the path, in which "*" is the library's name; the letters of the name that are capitals; what is missing on the
+//     the path, in which "*" and "^" are the library's name in small and in capital letters; what is missing on the
 //     disk; what is turned on it; launcher.cfg
 
-#include <cctype>
 #include <cstring>
 #include <strings.h>
 
 #include "core/jlp_utils.h"
-#include "fuzz/made_up_world.h"
 #include "fuzz/product_run.h"
 
 namespace {
 
-enum part { PATH, CAPITALS, MISSING, TURNED, CONFIG, PARTS };
+enum part { PATH, MISSING, TURNED, CONFIG, PARTS };
 
 constexpr std::string_view LIBRARY = "\\jni\\qvljni.dll";
 
-std::string library_path(const std::string &form, const std::string &capitals) {
-    std::string library;
-    for (const char c : LIBRARY) {
-        library += capitals.find(c) == std::string::npos ? c : static_cast<char>(toupper(c));
-    }
+std::string library_path(const std::string &form) {
     std::string path;
     for (const char c : form) {
-        path += c == '*' ? library : std::string(1, c);
+        path += c == '*' ? LIBRARY : c == '^' ? "\\JNI\\QvlJni.DLL" : std::string_view(&c, 1);
     }
     return path;
 }
@@ -72,22 +66,22 @@ void check_exit(const std::string &path, size_t library_at, int status) {
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size) {
     const std::vector<std::string> parts = split_input(data, size, PARTS);
-    const std::string path = library_path(parts[PATH], parts[CAPITALS]);
+    const std::string path = library_path(parts[PATH]);
     const size_t library_at = find_library(path);
     world = {};
     world.missing = parts[MISSING];
     world.turned = parts[TURNED];
     world.config = parts[CONFIG];
-    start_product();
-    run_product([&] { initialize_jlp_for_native_invocation(path.c_str(), 0); });
-    if (product.by_exit) {
-        check_exit(path, library_at, product.status);
-    } else {
-        assert(library_at != std::string::npos && product.complained.empty());
-        check_start(path.substr(0, library_at));
-    }
-    assert(JLI_IsTraceLauncher() || (product.shown.empty() && product.logged.empty()));
-    assert(product.logged == (world.has_log ? product.shown : ""));
-    release_product();
+    const auto check = [&] {
+        if (product.by_exit) {
+            check_exit(path, library_at, product.status);
+        } else {
+            assert(library_at != std::string::npos && product.complained.empty());
+            check_start(path.substr(0, library_at));
+        }
+        assert(JLI_IsTraceLauncher() || product.shown.empty());
+        assert(product.logged == (world.has_log ? product.shown : ""));
+    };
+    run_product([&] { initialize_jlp_for_native_invocation(path.c_str(), 0); }, check);
     return 0;
 }

@@ -16,11 +16,6 @@ bool child(child_bit bit) {
     return (made_up.child_bits & bit) != 0;
 }
 
-BOOL fail(DWORD error) {
-    made_up.last_error = error;
-    return FALSE;
-}
-
 } // namespace
 
 WRAP(DWORD, GetModuleFileNameA, (HMODULE, LPSTR buffer, DWORD size)) {
@@ -52,44 +47,48 @@ WRAP(BOOL, CreateProcessA,
     assert(flags == CREATE_SUSPENDED && start_up->cb == sizeof *start_up);
     made_up.command_line = command_line;
     made_up.status = 1;
-    made_up.created = !child(NOT_CREATED);
-    if (made_up.created) {
-        *information = {&process, &thread, 4711, 4712};
-        made_up.open_handles.insert({&process, &thread});
+    if (child(NOT_CREATED)) {
+        return FALSE;
     }
-    return made_up.created;
+    *information = {&process, &thread, 4711, 4712};
+    made_up.open_handles.insert({&process, &thread});
+    made_up.state = SUSPENDED;
+    return TRUE;
 }
 
 WRAP(BOOL, AssignProcessToJobObject, (HANDLE job_handle, HANDLE handle)) {
-    assert(made_up.created && handle == &process);
+    assert(handle == &process && made_up.state == SUSPENDED);
     assert(launch_mode == nullptr && processedArgCount == 0 && new_mem_val_as_str != nullptr);
     const bool assigned = job_handle == &job && !child(NOT_ASSIGNED);
     made_up.may_run = assigned || (job_handle == &job && child(ACCESS_DENIED));
-    return assigned || fail(made_up.may_run ? ERROR_ACCESS_DENIED : ERROR_INVALID_HANDLE);
+    made_up.last_error = made_up.may_run ? ERROR_ACCESS_DENIED : ERROR_INVALID_HANDLE;
+    return assigned;
 }
 
 WRAP(DWORD, ResumeThread, (HANDLE handle)) {
-    assert(handle == &thread && made_up.may_run && !made_up.terminated);
-    made_up.resumed = !child(NOT_RESUMED);
-    return made_up.resumed ? 1 : static_cast<DWORD>(-1);
+    assert(handle == &thread && made_up.state == SUSPENDED && made_up.may_run);
+    made_up.state = child(NOT_RESUMED) ? SUSPENDED : RUNNING;
+    return child(NOT_RESUMED) ? static_cast<DWORD>(-1) : 1;
 }
 
 WRAP(DWORD, WaitForSingleObject, (HANDLE handle, DWORD milliseconds)) {
-    assert(handle == &process && milliseconds == INFINITE && made_up.resumed);
-    made_up.waited = true;
+    assert(handle == &process && milliseconds == INFINITE && made_up.state == RUNNING);
+    made_up.state = ENDED;
     return WAIT_OBJECT_0;
 }
 
 WRAP(BOOL, GetExitCodeProcess, (HANDLE handle, DWORD *code)) {
-    assert(handle == &process && made_up.waited);
+    assert(handle == &process && made_up.state == ENDED);
     *code = made_up.exit_code;
-    made_up.status = child(NO_EXIT_CODE) ? ERROR_GEN_FAILURE : made_up.exit_code;
-    return !child(NO_EXIT_CODE) || fail(ERROR_GEN_FAILURE);
+    made_up.last_error = ERROR_GEN_FAILURE;
+    made_up.status = child(NO_EXIT_CODE) ? made_up.last_error : made_up.exit_code;
+    return !child(NO_EXIT_CODE);
 }
 
 WRAP(BOOL, TerminateProcess, (HANDLE handle, UINT code)) {
-    assert(handle == &process && code == 0 && (!made_up.may_run || child(NOT_RESUMED)));
-    made_up.terminated = true;
+    assert(handle == &process && code == 0 && made_up.state == SUSPENDED);
+    assert(!made_up.may_run || child(NOT_RESUMED));
+    made_up.state = ENDED;
     return TRUE;
 }
 

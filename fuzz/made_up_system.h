@@ -18,6 +18,8 @@ enum child_bit {
     NO_EXIT_CODE = 32
 };
 
+enum child_state { NO_CHILD, SUSPENDED, RUNNING, ENDED };
+
 struct made_up_system {
     std::string own_path;
     unsigned child_bits;
@@ -25,7 +27,8 @@ struct made_up_system {
 
     // What the launcher has asked for so far.
     std::string command_line;
-    bool created, may_run, resumed, waited, terminated;
+    child_state state;
+    bool may_run;
     std::set<HANDLE> open_handles;
     DWORD last_error;
     DWORD status; // that the launcher has to end with, as far as the child goes

@@ -1,10 +1,10 @@
-#include "fuzz/made_up_world.h"
+// The disk and the environment of a run, as product_run.h tells of them.
+
+#include "fuzz/product_run.h"
 
 #include <cstring>
 
 #include "core/jlp_vars.h"
-#include "core/launch_mode.h"
-#include "fuzz/product_run.h"
 #include "jli/text.h"
 #include "platform/environment.h"
 #include "platform/windows_services.h"
@@ -17,18 +17,14 @@ bool is_named(const char *path, const std::string &name) {
     return !name.empty() && strstr(path, name.c_str()) != nullptr;
 }
 
-bool is_possible(std::string_view path) {
-    for (const char c : path) {
-        if (static_cast<unsigned char>(c) < ' ' || strchr("\"<>|?*", c) != nullptr) {
-            return false;
-        }
-    }
-    return !path.empty();
+bool is_possible(const char *path) {
+    return *path != '\0' && strpbrk(path, "\"<>|?*") == nullptr;
 }
 
+// "." and ".." are directories.
 bool names_file(std::string_view path) {
-    const std::string_view name = path.substr(path.rfind('\\') + 1);
-    return name.find('.') != std::string_view::npos && name.find_first_not_of('.') != std::string_view::npos;
+    const size_t dot = path.find('.', path.rfind('\\') + 1);
+    return dot != std::string_view::npos && path.back() != '.';
 }
 
 } // namespace
@@ -42,10 +38,9 @@ WRAP(entry_kind, _Z7kind_ofPKc, (const char *path)) {
         return entry_kind::directory;
     }
     world.last_file = path;
-    if (launch_mode != nullptr) {
-        const char *home = launch_mode_uses_container() ? container_home : jvm_home;
-        world.last_home = home == nullptr ? "" : home;
-    }
+    const std::string_view mode = launch_mode == nullptr ? "" : launch_mode;
+    const char *home = mode.starts_with("advanced") || mode.starts_with("legacy") ? container_home : jvm_home;
+    world.last_home = home == nullptr ? "" : home;
     return entry_kind::file;
 }
 

@@ -4,27 +4,19 @@
 #include <algorithm>
 #include <cstring>
 
-#include "fuzz/made_up_world.h"
 #include "fuzz/product_run.h"
 #include "jli/args.h"
 
 namespace {
 
-enum way_bit {
-    HAS_NO_NAME = 1,
-    TRACES = 2,
-    IS_LOGGED = 4,
-    FROM_ENVIRONMENT = 8,
-    IS_RELAUNCH = 16,
-    IS_SINGLE_ARGUMENT = 32
-};
+enum way_bit { NO_NAME = 1, TRACES = 2, IS_LOGGED = 4, FROM_ENVIRONMENT = 8, IS_RELAUNCH = 16, SINGLE_ARGUMENT = 32 };
 
 void expand_text(unsigned way, const std::string &text) {
     LOG_FILE_FD = (way & IS_LOGGED) != 0 ? opened(fopen("/dev/null", "w")) : nullptr;
     if ((way & TRACES) != 0) {
         JLI_SetTraceLauncher();
     }
-    if ((way & IS_SINGLE_ARGUMENT) != 0) {
+    if ((way & SINGLE_ARGUMENT) != 0) {
         JLI_PreprocessArg(text.c_str(), 1);
         return;
     }
@@ -36,7 +28,7 @@ void expand_text(unsigned way, const std::string &text) {
     if ((way & FROM_ENVIRONMENT) != 0) {
         assert(JLI_AddArgsFromEnvVar(args, "OPTIONS") == ((way & IS_RELAUNCH) == 0));
     } else {
-        assert(expand(args, text.c_str(), (way & HAS_NO_NAME) != 0 ? nullptr : "OPTIONS") == 1);
+        assert(expand(args, text.c_str(), (way & NO_NAME) != 0 ? nullptr : "OPTIONS") == 1);
     }
     // Every option that came through is one that may stand there, and the bookkeeping agrees.
     assert(std::none_of(args->elements, args->elements + args->size, isTerminalOpt));
@@ -49,7 +41,7 @@ void check_reports(unsigned way, const std::string &text) {
     std::string reports = product.complained;
     assert(product.shown.empty() && product.logged == ((way & IS_LOGGED) != 0 ? reports : ""));
     const bool traces = (way & TRACES) != 0;
-    if (traces && (way & (FROM_ENVIRONMENT | IS_RELAUNCH | IS_SINGLE_ARGUMENT)) == FROM_ENVIRONMENT) {
+    if (traces && (way & (FROM_ENVIRONMENT | IS_RELAUNCH | SINGLE_ARGUMENT)) == FROM_ENVIRONMENT) {
         const std::string note = "NOTE: Picked up OPTIONS: " + text;
         assert(reports.starts_with(note));
         reports.erase(0, note.size());
@@ -68,9 +60,6 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size) {
     world = {};
     world.content = parts[1];
     world.variables = {{"OPTIONS", parts[0]}};
-    start_product();
-    run_product([&] { expand_text(way, parts[0]); });
-    check_reports(way, parts[0]);
-    release_product();
+    run_product([&] { expand_text(way, parts[0]); }, [&] { check_reports(way, parts[0]); });
     return 0;
 }

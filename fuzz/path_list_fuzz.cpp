@@ -8,7 +8,6 @@
 #include <cstdlib>
 
 #include "core/jlp_utils.h"
-#include "core/rewriting/path_rewriting.h"
 #include "core/state_arrays.h"
 #include "tests/rewriting/plain_walk.h"
 #include "tests/support/disk.h"
@@ -16,7 +15,6 @@
 
 namespace {
 
-constexpr size_t LONGEST_INPUT = 1024;
 constexpr const char *FOLDERS[] = {"C:\\", "C:\\a", "C:\\a\\b", "C:\\e"};
 constexpr const char *HOMES[] = {"C:\\a", "C:\\a\\b", "C:", "Q:\\a"};
 constexpr char NEW_HOME[] = "C:\\R";
@@ -57,7 +55,7 @@ std::string moved(const std::string &list, const std::string &home, const std::s
 } // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size) {
-    if (size == 0 || size > LONGEST_INPUT) {
+    if (size == 0 || size > 1024) {
         return 0;
     }
     static const fs::path start_folder = enter_disk();

@@ -16,41 +16,28 @@ namespace {
 jmp_buf after_run;
 std::unordered_set<void *> blocks; // of this run, and not given back
 
-constexpr struct {
-    int *count;
-    int slots;
-} LISTS[] = {
-    {&processedArgCount, ARGUMENT_SLOTS},
-    {&lhs_count, ARGUMENT_SLOTS},
-    {&rhs_count, ARGUMENT_SLOTS},
-    {&newPathListCount, ARGUMENT_SLOTS},
-    {&updated_options_for_var_count, VARIABLE_SLOTS},
-    {&options_for_quorvel_guest_var_count, VARIABLE_SLOTS},
-    {&non_path_options_count, OPTION_SLOTS},
-    {&allow_vm_properties_count, OPTION_SLOTS},
-    {&ignore_properties_count, OPTION_SLOTS},
-    {&jvm_options_count, OPTION_SLOTS},
-    {&container_options_count, OPTION_SLOTS},
-};
+// The counts of the lists, with what they have room for.
+constexpr std::pair<int *, int> LISTS[] = {{&processedArgCount, ARGUMENT_SLOTS},
+                                           {&lhs_count, ARGUMENT_SLOTS},
+                                           {&rhs_count, ARGUMENT_SLOTS},
+                                           {&newPathListCount, ARGUMENT_SLOTS},
+                                           {&updated_options_for_var_count, VARIABLE_SLOTS},
+                                           {&options_for_quorvel_guest_var_count, VARIABLE_SLOTS},
+                                           {&non_path_options_count, OPTION_SLOTS},
+                                           {&allow_vm_properties_count, OPTION_SLOTS},
+                                           {&ignore_properties_count, OPTION_SLOTS},
+                                           {&jvm_options_count, OPTION_SLOTS},
+                                           {&container_options_count, OPTION_SLOTS}};
 
 bool allocation_fails() {
     return product.is_going_on && product.allocations_to_failure > 0 && --product.allocations_to_failure == 0;
 }
 
-template <typename Block>
-Block *note(Block *block) {
+void *note(void *block) {
     if (product.is_going_on && block != nullptr) {
         blocks.insert(block);
     }
     return block;
-}
-
-std::string &text_of(FILE *stream) {
-    if (stream == stdout) {
-        return product.shown;
-    }
-    assert(stream == stderr || product.streams.count(stream) == 1);
-    return stream == stderr ? product.complained : product.logged;
 }
 
 } // namespace
@@ -78,7 +65,7 @@ WRAP(void *, realloc, (void *block, size_t size)) {
 }
 
 WRAP(char *, strdup, (const char *text)) {
-    return allocation_fails() ? nullptr : note(__real_strdup(text));
+    return allocation_fails() ? nullptr : static_cast<char *>(note(__real_strdup(text)));
 }
 
 WRAP(void, free, (void *block)) {
@@ -95,7 +82,8 @@ WRAP(int, fputs, (const char *text, FILE *stream)) {
     if (!product.is_going_on) {
         return __real_fputs(text, stream);
     }
-    text_of(stream) += text;
+    assert(stream == stdout || stream == stderr || product.streams.count(stream) == 1);
+    (stream == stdout ? product.shown : stream == stderr ? product.complained : product.logged) += text;
     return 0;
 }
 
@@ -103,7 +91,10 @@ WRAP(void, perror, (const char *text)) {
     product.complained += std::string(text) + ": failed\n";
 }
 
-void start_product() {
+namespace {
+
+// Sets back what the product keeps for the life of a process.
+void start() {
     // The host keeps what it finds out about its drives beyond the run.
     setenv("QVL_HOST_DRIVE_C", "/tmp", 1);
     free(current_directory());
@@ -125,24 +116,13 @@ void start_product() {
           &quorvel_library_path, &allow_vm_properties_option, &new_mem_val_as_str}) {
         *text = nullptr;
     }
-    for (const auto &list : LISTS) {
-        *list.count = 0;
+    for (const auto &[count, slots] : LISTS) {
+        *count = 0;
     }
 }
 
-void run_product(const std::function<void()> &run) {
-    product.by_exit = setjmp(after_run) != 0;
-    if (!product.by_exit) {
-        product.is_going_on = true;
-        run();
-    }
-    product.is_going_on = false;
-    for (const auto &list : LISTS) {
-        assert(*list.count >= 0 && *list.count <= list.slots);
-    }
-}
-
-void release_product() {
+// Gives back heap blocks and streams, and with them what the launcher state points to.
+void release() {
     // A run that has ended on its way has left the shared queries standing.
     shared_disk_queries();
     for (FILE *stream : product.streams) {
@@ -152,6 +132,23 @@ void release_product() {
         __real_free(block);
     }
     blocks.clear();
+}
+
+} // namespace
+
+void run_product(const std::function<void()> &run, const std::function<void()> &check) {
+    start();
+    product.by_exit = setjmp(after_run) != 0;
+    if (!product.by_exit) {
+        product.is_going_on = true;
+        run();
+    }
+    product.is_going_on = false;
+    for (const auto &[count, slots] : LISTS) {
+        assert(*count >= 0 && *count <= slots);
+    }
+    check();
+    release();
 }
 
 FILE *opened(FILE *stream) {
