@@ -46,15 +46,15 @@ WRAP(entry_kind, _Z7kind_ofPKc, (const char *path)) {
 
 // open_text_file
 WRAP(FILE *, _Z14open_text_filePKcS0_, (const char *path, const char *mode)) {
-    const bool is_open = strchr(path, '!') == nullptr;
+    const bool is_accessible = strchr(path, '!') == nullptr;
     if (*mode == 'w') {
-        world.has_log = is_open && is_possible(path);
+        world.has_log = is_accessible && is_possible(path);
         return world.has_log ? opened(fopen("/dev/null", mode)) : nullptr;
     }
     if (kind_of(path) != entry_kind::file) {
         return nullptr;
     }
-    if (!is_open) {
+    if (!is_accessible) {
         return opened(fopen("/dev/null", "w"));
     }
     world.last_read = path;
