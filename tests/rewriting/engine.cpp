@@ -11,15 +11,6 @@
 
 namespace {
 
-texts split_at(const std::string &text, const std::string &separator) {
-    texts parts;
-    for (size_t start = 0, end = 0; end != std::string::npos; start = end + separator.size()) {
-        end = text.find(separator, start);
-        parts.push_back(text.substr(start, end - start));
-    }
-    return parts;
-}
-
 // The opposite of here().
 std::string there(std::string text) {
     const std::string folder = on_disk("C:\\").string();
@@ -37,25 +28,16 @@ std::string joined(char *const *entries, int count) {
     return there(text);
 }
 
-void forget_configuration() {
-    for (char **text : {&launcher_home, &launch_mode, &container_home, &jvm_home, &quorvel_home, &rule_file,
-                        &rule_file_arg, &quorvel_properties_file, &quorvel_properties_arg, &quorvel_library_path,
-                        &allow_vm_properties_option, &launcher_path_arg, &new_mem_val_as_str}) {
-        release_text(text);
-    }
-    for (auto &[array, count] : {std::pair{non_path_options_array, &non_path_options_count},
-                                 {allow_vm_properties_array, &allow_vm_properties_count},
-                                 {ignore_properties_array, &ignore_properties_count},
-                                 {jvm_options_array, &jvm_options_count},
-                                 {container_options_array, &container_options_count},
-                                 {processedArg, &processedArgCount},
-                                 {newPathList, &newPathListCount}}) {
-        release_entries(array, count);
-    }
-    lhs_count = rhs_count = 0;
-}
-
 } // namespace
+
+texts split_at(const std::string &text, const std::string &separator) {
+    texts parts;
+    for (size_t start = 0, end = 0; end != std::string::npos; start = end + separator.size()) {
+        end = text.find(separator, start);
+        parts.push_back(text.substr(start, end - start));
+    }
+    return parts;
+}
 
 std::vector<texts> rows_of(const std::string &table) {
     std::vector<texts> rows;
@@ -74,15 +56,34 @@ texts entries_of(const std::string &list) {
     return list.empty() ? texts() : split_at(list, "|");
 }
 
+void forget_configuration() {
+    for (char **text : {&launcher_home, &launch_mode, &container_home, &jvm_home, &quorvel_home, &rule_file,
+                        &rule_file_arg, &quorvel_properties_file, &quorvel_properties_arg, &quorvel_library_path,
+                        &allow_vm_properties_option, &launcher_path_arg, &new_mem_val_as_str}) {
+        release_text(text);
+    }
+    for (auto &[array, count] : {std::pair{non_path_options_array, &non_path_options_count},
+                                 {allow_vm_properties_array, &allow_vm_properties_count},
+                                 {ignore_properties_array, &ignore_properties_count},
+                                 {jvm_options_array, &jvm_options_count},
+                                 {container_options_array, &container_options_count},
+                                 {processedArg, &processedArgCount},
+                                 {newPathList, &newPathListCount}}) {
+        release_entries(array, count);
+    }
+    lhs_count = rhs_count = 0;
+    is_native_invocation = is_host_java_9_plus = is_guest_java_9_plus = 0;
+    native_jvm_bits = -1;
+}
+
 void start(const std::string &how, const std::string &config) {
     std::string mode;
     int host = 0;
     int guest = 0;
     std::istringstream(how) >> mode >> host >> guest;
-    put_file("C:\\L\\launcher.cfg", "LAUNCH_MODE=" + mode + '\n' +
-                                        here("CONTAINER_HOME=C:\\C\nJVM_HOME=C:\\J\n"
-                                             "QUORVEL_HOME=C:\\Q\n" +
-                                             config + '\n'));
+    put_file(
+        "C:\\L\\launcher.cfg",
+        here("LAUNCH_MODE=" + mode + "\nCONTAINER_HOME=C:\\C\nJVM_HOME=C:\\J\nQUORVEL_HOME=C:\\Q\n" + config + '\n'));
     forget_configuration();
     assign_text(&launcher_home, here("C:\\L"));
     is_native_invocation = mode == "native";

@@ -30,7 +30,7 @@ advanced 9 9 -> Main|-Xmx1m|-Xshare:on|@x|-cp|C:\L|a b -> -Xc|"-Dc=C:\L d" -> Ma
 legacy 8 8   -> -javaagent:a.jar|Main|-javaagent:b|@x|a b -> -> -javaagent:a.jar|Main|-javaagent:b|@x|"a b"
 ri 8 8       -> -javaagent:a.jar|Main|-cp|C:\L|@x -> -javaagent:a.jar -> Main|-cp|C:\L|@x
 # Dropped and converted options
-advanced 8 9 -> -Xshare:on|-Xno:a|-Xrunno:a|-XX:+UseParNewGC|-Xruna:b:1|-Xrun -> -XX:+UseParNewGC|-agentlib:a=b:1|-agentlib: ->
+advanced 8 9 -> -Xshare:on|-Xno:a|-Xrunno:a|-XX:+UseParNewGC|-Xruna:b:1|-Xrun|-Xrun: -> -XX:+UseParNewGC|-agentlib:a=b:1|-agentlib:|-agentlib:= ->
 advanced 9 8 -> -Xshare:auto|-Xshare:off|-XX:+UseParNewGC|-d64|-Xruna b -> -Xshare:off|"-agentlib:a b" ->
 secure 8 8   -> -Xshare:auto|-Xno|-XX:+UseParNewGC|-Xruna:b|-Xshare:off -> -XX:+UseParNewGC|-agentlib:a=b|-Xshare:off ->
 patch 9 8    -> -Xshare:on|-XX:+UseParNewGC|-server|-Xruna -> -agentlib:a ->

@@ -91,14 +91,6 @@ bool is_in_host_list(const std::string &arg) {
     return ('|' + host_list() + '|').find('|' + arg + '|') != std::string::npos;
 }
 
-std::string times(int count, const std::string &arg) {
-    std::string args = arg;
-    for (int i = 1; i < count; i++) {
-        args += '|' + arg;
-    }
-    return args;
-}
-
 } // namespace
 
 TEST_F(command_line, is_put_in_order) {
@@ -183,24 +175,17 @@ TEST_F(command_line, of_a_native_host_follows_another) {
     EXPECT_TRUE(is_in_host_list("-Xignored"));
 }
 
-TEST_F(command_line, is_refused_when_it_does_not_fit) {
+TEST_F(command_line, has_room_for_10000_arguments) {
+    std::string args = "Main";
+    for (int i = 0; i < 9998; i++) { // there is launcher_path_arg too
+        args.insert(0, "-ea|");
+    }
     start("ri 8 8");
-    rewrite(times(9998, "-ea") + "|Main"); // the pool has a slot for launcher_path_arg too
+    rewrite(args);
     EXPECT_EQ(lhs_count, 9998);
     EXPECT_EQ(guest_list(), "Main");
-    const struct {
-        const char *how;
-        std::string args;
-        const char *message;
-    } rows[] = {
-        {"ri 8 8", times(10000, "-ea"), "Error: too many processed arguments (at most 10000)\n"},
-        {"legacy 8 8", times(10001, "-Xmx1m"), "Error: too many host or leading arguments (at most 10000)\n"},
-        {"advanced 8 8", times(9999, "-fullversion") + "|-Xmx1m|-fullversion",
-         "Error: too many host or leading arguments (at most 10000)\n"},
-    };
-    for (const auto &row : rows) {
-        EXPECT_EXIT((start(row.how), rewrite(row.args)), ExitedWithCode(1), Eq(row.message));
-    }
+    EXPECT_EXIT((start("ri 8 8"), rewrite("-ea|" + args)), ExitedWithCode(1),
+                Eq("Error: too many processed arguments (at most 10000)\n"));
 }
 
 TEST_F(command_line, is_traced) {
