@@ -46,23 +46,3 @@ ab -> " -> " -> " " ->
         release_entries(array, &count);
     }
 }
-
-TEST(config_text, paths_are_taken_from_the_launcher_home) {
-    make_disk();
-    assign_text(&launcher_home, here("C:\\L"));
-    for (const texts &row : rows_of(R"(
-x -> C:\L\x
-..\jdk -> C:\jdk
-a/b/./c -> C:\L\a\b\c
-\tools\x -> C:\L\tools\x
-\\server\share -> C:\L\server\share
-D:\jdk\ -> D:\jdk\
-d:/a/../b -> d:\b
--> as it was
-)")) {
-        const text_ptr output(new_text_buffer());
-        append_to_text_buffer(output.get(), "as it was");
-        prepend_launcher_home_to_relative_path(row[0].c_str(), output.get());
-        EXPECT_EQ(output.get(), here(row[1])) << row[0];
-    }
-}

@@ -80,7 +80,7 @@ TEST_F(native_invocation, homes_that_are_no_folders_are_passed_over) {
     }
 }
 
-TEST_F(native_invocation, set_up_and_reset) {
+TEST_F(native_invocation, reads_the_configuration_beside_the_library) {
     put_file("C:\\L\\launcher.cfg", "LAUNCH_MODE=legacy\nCONTAINER_HOME=C\nQUORVEL_HOME=Q\n");
     put_folder("C:\\L\\C");
     use_advanced_launch_mode = 0;
@@ -99,15 +99,6 @@ TEST_F(native_invocation, set_up_and_reset) {
     EXPECT_EQ(trace.find(HOST_TITLE), std::string::npos);
     const std::string warning = "WARNING: Forcing LAUNCH_MODE=advanced, as this is a native java invocation\n";
     EXPECT_NE(trace.find(warning), std::string::npos);
-
-    lhs[lhs_count++] = rhs[rhs_count++] = processArg("a b");
-    is_native_invocation = 0;
-    reset_jlp_for_native_invocation();
-    EXPECT_EQ(processedArgCount, 2);
-    is_native_invocation = 1;
-    reset_jlp_for_native_invocation();
-    EXPECT_EQ(processedArgCount + lhs_count + rhs_count, 0);
-    EXPECT_EQ(processedArg[1], nullptr);
 }
 
 TEST_F(native_invocation, takes_arguments_without_quotes) {

@@ -42,7 +42,7 @@ texts split_at(const std::string &text, const std::string &separator) {
 std::vector<texts> rows_of(const std::string &table) {
     std::vector<texts> rows;
     for (const std::string &line : split_at(table, "\n")) {
-        if (!line.empty() && line[0] != '#') {
+        if (!line.empty() && !line.starts_with("//")) {
             rows.push_back(split_at(line, "->"));
             for (std::string &column : rows.back()) {
                 column = trimmed(column);

@@ -13,7 +13,7 @@ using texts = std::vector<std::string>;
 
 texts split_at(const std::string &text, const std::string &separator);
 
-// The rows of a table, a line each: columns with "->" between them, "#" before a remark.
+// The rows of a table, a line each: columns with "->" between them, "//" before a remark.
 std::vector<texts> rows_of(const std::string &table);
 
 // The arguments of a list, which is written with "|" between them.

@@ -91,7 +91,7 @@ C:\L -> C:\Lx\a.jar -> C:\Lx\a.jar
 C:\L -> C:\Lnone\a.jar -> C:\Lnone\a.jar
 C:\L -> C:\l\lib -> C:\l\lib
 C:\L -> C:\L\lib\b c.jar\ -> C:\R\lib\b c.jar\
-# Relative to a current directory inside the home, or outside.
+// Relative to a current directory inside the home, or outside.
 C:\L -> lib\a.jar -> C:\R\lib\a.jar
 C:\L -> x -> C:\R\x
 C:\L -> . -> C:\R
@@ -100,7 +100,7 @@ C:\L -> ..\L\lib -> C:\R\lib
 C:\L\jre -> ..\lib\* -> C:\R\lib\*
 C:\other -> a.jar -> a.jar
 C:\other -> ..\L\none.jar -> C:\R\none.jar
-# What is missing is kept as written from there on, but ".." leads back by text.
+// What is missing is kept as written from there on, but ".." leads back by text.
 C:\L -> C:\L\none\x\a.jar -> C:\R\none\x\a.jar
 C:\L -> C:\L\lib\a.jar\none -> C:\R\lib\a.jar\none
 C:\L -> C:\L\none\..\lib\a.jar -> C:\R\lib\a.jar
@@ -108,15 +108,15 @@ C:\L -> C:\L\none\x\..\y -> C:\R\none\x\..\y
 C:\L -> C:\L\none\x\..\..\lib -> C:\R\lib
 C:\L -> C:\L\none\..\..\other\x -> C:\L\none\..\..\other\x
 C:\L -> C:\none\..\L\.\lib\..\x -> C:\R\x
-# Forward slashes are read, and kept where nothing moves.
+// Forward slashes are read, and kept where nothing moves.
 C:\L -> lib/none/x -> C:\R\lib\none\x
 C:\L -> ../other/a.jar -> ../other/a.jar
-# Separators that follow one another.
+// Separators that follow one another.
 C:\L -> C:\L\\lib\\a.jar -> C:\R\lib\a.jar
 C:\L -> C:\L\\\lib\\\\a.jar -> C:\R\lib\a.jar
 C:\L -> C:\L\\none\\x -> C:\R\\none\\x
 C:\L -> \L\lib -> C:\R\\L\lib
-# Lists.
+// Lists.
 C:\L -> ->
 C:\L -> ; -> ;
 C:\L -> , -> ,
