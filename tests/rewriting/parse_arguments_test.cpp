@@ -220,15 +220,15 @@ SECURE LAUNCH MODE ARGS:
 -ea, -Dcom.quorvel.LauncherPackPath=C:\L, -Xshare:off, -XX:+IgnoreUnrecognizedVMOptions, "--patch-module=java.base=C:\Q q\module_patch.jar", --add-exports=java.base/jdk.internal.misc=ALL-UNNAMED, --add-exports=java.base/jdk.internal.reflect=ALL-UNNAMED, --add-opens=java.base/jdk.internal.misc=ALL-UNNAMED, --add-opens=java.base/jdk.internal.reflect=ALL-UNNAMED, Main, "a b"
 
 )"));
-    const char *headers[][2] = {
-        {"patch 8 8", "PATCH LAUNCH MODE ARGS:\n-----------------------\n"},
-        {"legacy 8 8", "LEGACY LAUNCH MODE ARGS:\n------------------------\n"},
-        {"ri 8 8", "LEGACY LAUNCH MODE ARGS:\n------------------------\n"},
+    const char *const headers[][2] = {
+        {"patch 8 8", "\n\nPATCH LAUNCH MODE ARGS:\n-----------------------\n-ea, "},
+        {"legacy 8 8", "\n\nLEGACY LAUNCH MODE ARGS:\n------------------------\n-ea, "},
+        {"ri 8 8", "\n\nLEGACY LAUNCH MODE ARGS:\n------------------------\n-ea, "},
     };
-    for (const auto &row : headers) {
-        start(row[0]);
+    for (const auto &[how, header] : headers) {
+        start(how);
         trace = traced_by([] { rewrite("-ea|Main|x"); });
-        EXPECT_NE(trace.find(std::string("\n\n") + row[1] + "-ea, "), std::string::npos) << trace;
+        EXPECT_NE(trace.find(header), std::string::npos) << trace;
         EXPECT_NE(trace.find(", Main, x\n\n"), std::string::npos) << trace;
     }
 }
