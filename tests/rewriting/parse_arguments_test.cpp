@@ -129,11 +129,10 @@ TEST_F(command_line, names_the_native_agent) {
         add_agent_args();
     };
     EXPECT_EXIT(trace_until_exit(), ExitedWithCode(1),
-                Eq(here("Warning: Expected Quorvel native agent library, 'C:\\L\\windows-x64\\quorvel.dll', "
-                        "doesn't exist\n"
-                        "         Trying Quorvel native agent library, 'C:\\L\\quorvel.dll'\n"
-                        "Error: Expected Quorvel native agent library, 'C:\\L\\quorvel.dll', doesn't "
-                        "exist\n")));
+                Eq(here(R"(Warning: Expected Quorvel native agent library, 'C:\L\windows-x64\quorvel.dll', doesn't exist
+         Trying Quorvel native agent library, 'C:\L\quorvel.dll'
+Error: Expected Quorvel native agent library, 'C:\L\quorvel.dll', doesn't exist
+)")));
 }
 
 TEST_F(command_line, lets_the_library_path_lead_to_the_agent) {

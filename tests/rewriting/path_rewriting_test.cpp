@@ -256,11 +256,11 @@ C:\L -> none\..\lib;none\..\none\x -> C:\L|C:\L\none|C:\L\none\..|C:\L\lib|C:\L\
 C:\L -> lib\a.jar\x\y;lib\a.jar\..\a.jar;lib\a.jar\ -> C:\L|C:\L\lib|C:\L\lib\a.jar|C:\L\lib\a.jar\x|C:\L\lib\a.jar\..|C:\L\lib\a.jar\
 C:\L -> lib\\a.jar;lib\\\a.jar -> C:\L|C:\L\lib|C:\L\lib\|C:\L\lib\\a.jar|C:\L\lib\\\a.jar
 C:\L\lib -> ..;..\..;.;.\. -> C:\L|C:\L\lib|C:\L\lib\..|C:\L\..|C:\L\lib\.
-C:\L\lib -> . \a.jar;a.jar.;a.jar .\x;;a -> C:\L|C:\L\lib|C:\L\lib\. |C:\L\lib\a.jar.|C:\L\lib\a.jar .|C:\L\lib\a.jar\x|C:\L\lib\a
+C:\L\lib -> a.jar.;a.jar .\x;;a -> C:\L|C:\L\lib|C:\L\lib\a.jar.|C:\L\lib\a.jar .|C:\L\lib\a.jar\x|C:\L\lib\a
 C:\L -> Q:\x\..\..\y;q:\x;\L\lib -> Q:\x|Q:\x\..|Q:\x\..\..|q:\x|C:\L|C:\L\|C:\L\\L
 C:\L -> \\server\share\x;C:;:;\;/;//x -> C:\L|C:\L\|C:\L\\\server|C:\L\:|C:\L\\\x
 C:\other -> C:\L\lib\a.jar,C:\L\lib\nul,C:\L\l?b\a* -> C:\L|C:\L\lib|C:\L\lib\a.jar|C:\L\lib\nul|C:\L\l?b
-C:\L\lib -> ..\..\..;...\a.jar;C:x;C:lib\x;c:\L\lib;C:\l\LIB
+C:\L\lib -> ..\..\..;...\a.jar;. \a.jar;C:x;C:lib\x;c:\L\lib;C:\l\LIB
 )");
     rows.push_back({"C:\\L", "lib", "C:\\L|C:\\L\\lib"});
     for (int i = 0; i < 60; i++) {
