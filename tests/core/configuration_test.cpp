@@ -6,7 +6,7 @@
 #include "core/jlp_utils.h"
 #include "core/state_arrays.h"
 #include "jli/text.h"
-#include "tests/support/disk.h"
+#include "tests/rewriting/engine.h"
 
 extern "C" {
 int __real_gettimeofday(timeval *now, void *zone);
@@ -23,63 +23,55 @@ int __wrap_gettimeofday(timeval *now, void *zone) {
     return 0;
 }
 
-namespace {
-
-class configuration : public testing::Test {
-protected:
-    void SetUp() override {
-        make_disk();
-        assign_text(&executable_dir, here("C:\\L\\jre\\bin"));
-        assign_text(&bin_dir, jre_bin);
-    }
-
-    // Loads launcher.cfg with this content, as a new process would.
-    static void load(const std::string &content) {
-        put_file("C:\\L\\launcher.cfg", content);
-        release_settings();
-        release_text(&launcher_home);
-        for (auto &[array, count] : {std::pair{non_path_options_array, &non_path_options_count},
-                                     {allow_vm_properties_array, &allow_vm_properties_count},
-                                     {ignore_properties_array, &ignore_properties_count},
-                                     {jvm_options_array, &jvm_options_count},
-                                     {container_options_array, &container_options_count},
-                                     {processedArg, &processedArgCount}}) {
-            release_entries(array, count);
-        }
-        load_config_file();
-    }
-
-    void TearDown() override {
-        release_settings();
-        release_text(&bin_dir);
-    }
-
-    static void release_settings() {
-        for (char **text : {&launch_mode, &container_home, &jvm_home, &quorvel_home, &rule_file, &rule_file_arg,
-                            &quorvel_properties_file, &quorvel_properties_arg, &quorvel_library_path,
-                            &allow_vm_properties_option, &launcher_path_arg, &new_mem_val_as_str}) {
-            release_text(text);
-        }
-    }
-};
-
-} // namespace
-
-TEST_F(configuration, a_native_host_has_the_advanced_mode) {
-    is_native_invocation = 1;
-    use_advanced_launch_mode = 0;
-    load("LAUNCH_MODE=ri");
-    is_native_invocation = 0;
-    EXPECT_STREQ(launch_mode, "advanced");
-    EXPECT_EQ(use_advanced_launch_mode, 1);
-}
-
-TEST_F(configuration, the_log_file_is_named_by_the_clock) {
+TEST(configuration, the_log_file_is_named_by_the_clock) {
+    make_disk();
     put_folder("C:\\L\\logs");
     clock_stands_at = {1700000000, 250000};
-    load("LOG_FILE_OR_DIR=logs\n");
+    start("ri 8 8", "LOG_FILE_OR_DIR=logs");
     clock_stands_at = {};
     EXPECT_TRUE(fs::exists(on_disk("C:\\L\\logs\\jlp_ts3487918330_pid" + std::to_string(getpid()) + ".log")));
     fclose(LOG_FILE_FD);
     LOG_FILE_FD = nullptr;
+}
+
+TEST(configuration, values_are_trimmed) {
+    const char *const rows[][2] = {
+        {"", ""},
+        {" \t\n\v\f\r", ""},
+        {"a", "a"},
+        {"\v a b\t\r\n", "a b"},
+        {"\"a \"", "\"a \""},
+        {"\xC2\xA0x", "\xC2\xA0x"}, // a no-break space is no blank
+    };
+    for (const auto &[text, trimmed] : rows) {
+        const text_ptr output(new_text_buffer());
+        trim(text, output.get());
+        EXPECT_STREQ(output.get(), trimmed) << text;
+        trim("more", output.get());
+        EXPECT_EQ(output.get(), std::string(trimmed) + "more");
+    }
+}
+
+TEST(configuration, lists_are_split) {
+    // Text -> lead -> tail -> delimiter -> entries
+    for (const texts &row : rows_of(R"(
+-> -> -> = ->
+a=b=c -> -> -> = -> a|b|c
+=a==b= -> -> -> = -> a|b
+a=b -> -> -> -> a=b
+"-Xmx1g" "-Dx=a b" -> " -> " -> " " -> -Xmx1g|-Dx=a b
+"-Xa"  "-Xb" -> " -> " -> " " -> -Xa"  "-Xb
+-Xmx1g -> " -> " -> " " -> Xmx1
+"-Xa" "-Xb -> " -> " -> " " -> -Xa|-X
+"" "" -> " -> " -> " " ->
+" -> " -> " -> " " ->
+ab -> " -> " -> " " ->
+<a>;<b> -> -> > -> >; -> <a|<b
+)")) {
+        char *array[8] = {};
+        int count = 0;
+        split(row[0].c_str(), array, &count, row[1].c_str(), row[2].c_str(), row[3].c_str());
+        EXPECT_EQ(texts(array, array + count), entries_of(row[4])) << row[0];
+        release_entries(array, &count);
+    }
 }

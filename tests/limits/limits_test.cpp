@@ -8,6 +8,7 @@
 #include "core/environment.h"
 #include "core/jlp_utils.h"
 #include "core/rewriting/java_options.h"
+#include "core/state_arrays.h"
 #include "tests/rewriting/engine.h"
 #include "tests/support/programs.h"
 #include "tests/support/trace.h"
@@ -200,6 +201,8 @@ TEST_F(limits, of_path_lists) {
     set_variable("CLASSPATH", "");
     const std::string path = "Q:" + std::string(COMPONENT_SLOTS, '\\');
     EXPECT_EQ(replaceLauncherHomeWithRIHome(path.c_str(), "R", "", 0, '='), path);
+    EXPECT_EXIT(resolve_path((path + '\\').c_str(), nullptr), ExitedWithCode(1),
+                Eq("Error: too many components of a path (at most 100000)\n"));
 }
 
 TEST_F(limits, of_single_calls) {
@@ -286,6 +289,8 @@ TEST_F(limits, of_arrays) {
         {"IGNORE_OPTIONS entries", ignore_properties_array, &ignore_properties_count},
         {"JVM_OPTIONS entries", jvm_options_array, &jvm_options_count},
         {"CONTAINER_OPTIONS entries", container_options_array, &container_options_count},
+        {"processed arguments", processedArg, &processedArgCount},
+        {"rewritten path lists", newPathList, &newPathListCount},
         {"host or leading arguments", lhs, &lhs_count},
         {"guest or trailing arguments", rhs, &rhs_count},
         {"host options of an option variable", updated_options_for_var, &updated_options_for_var_count, 100000},
@@ -299,7 +304,7 @@ TEST_F(limits, of_arrays) {
                 config += row.what.substr(0, row.what.find(' ')) + "=xxx\n";
             }
             for (start("ri 8 8", config); *row.count < count;) {
-                place_constant({row.array, row.count}, "x");
+                append_entry(row.array, row.count, nullptr);
             }
         };
         fill(row.slots);

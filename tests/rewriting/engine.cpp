@@ -11,15 +11,6 @@
 
 namespace {
 
-texts split_at(const std::string &text, const std::string &separator) {
-    texts parts;
-    for (size_t start = 0, end = 0; end != std::string::npos; start = end + separator.size()) {
-        end = text.find(separator, start);
-        parts.push_back(text.substr(start, end - start));
-    }
-    return parts;
-}
-
 // The opposite of here().
 std::string there(std::string text) {
     const std::string folder = on_disk("C:\\").string();
@@ -35,6 +26,34 @@ std::string joined(char *const *entries, int count) {
         text += (i > 0 ? "|" : "") + std::string(entries[i]);
     }
     return there(text);
+}
+
+} // namespace
+
+texts split_at(const std::string &text, const std::string &separator) {
+    texts parts;
+    for (size_t start = 0, end = 0; end != std::string::npos; start = end + separator.size()) {
+        end = text.find(separator, start);
+        parts.push_back(text.substr(start, end - start));
+    }
+    return parts;
+}
+
+std::vector<texts> rows_of(const std::string &table) {
+    std::vector<texts> rows;
+    for (const std::string &line : split_at(table, "\n")) {
+        if (!line.empty() && !line.starts_with("//")) {
+            rows.push_back(split_at(line, "->"));
+            for (std::string &column : rows.back()) {
+                column = trimmed(column);
+            }
+        }
+    }
+    return rows;
+}
+
+texts entries_of(const std::string &list) {
+    return list.empty() ? texts() : split_at(list, "|");
 }
 
 void forget_configuration() {
@@ -53,25 +72,8 @@ void forget_configuration() {
         release_entries(array, count);
     }
     lhs_count = rhs_count = 0;
-}
-
-} // namespace
-
-std::vector<texts> rows_of(const std::string &table) {
-    std::vector<texts> rows;
-    for (const std::string &line : split_at(table, "\n")) {
-        if (!line.empty() && line[0] != '#') {
-            rows.push_back(split_at(line, "->"));
-            for (std::string &column : rows.back()) {
-                column = trimmed(column);
-            }
-        }
-    }
-    return rows;
-}
-
-texts entries_of(const std::string &list) {
-    return list.empty() ? texts() : split_at(list, "|");
+    is_native_invocation = is_host_java_9_plus = is_guest_java_9_plus = 0;
+    native_jvm_bits = -1;
 }
 
 void start(const std::string &how, const std::string &config) {
@@ -79,10 +81,9 @@ void start(const std::string &how, const std::string &config) {
     int host = 0;
     int guest = 0;
     std::istringstream(how) >> mode >> host >> guest;
-    put_file("C:\\L\\launcher.cfg", "LAUNCH_MODE=" + mode + '\n' +
-                                        here("CONTAINER_HOME=C:\\C\nJVM_HOME=C:\\J\n"
-                                             "QUORVEL_HOME=C:\\Q\n" +
-                                             config + '\n'));
+    put_file(
+        "C:\\L\\launcher.cfg",
+        here("LAUNCH_MODE=" + mode + "\nCONTAINER_HOME=C:\\C\nJVM_HOME=C:\\J\nQUORVEL_HOME=C:\\Q\n" + config + '\n'));
     forget_configuration();
     assign_text(&launcher_home, here("C:\\L"));
     is_native_invocation = mode == "native";

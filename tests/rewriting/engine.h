@@ -11,11 +11,16 @@
 
 using texts = std::vector<std::string>;
 
-// The rows of a table, a line each: columns with "->" between them, "#" before a remark.
+texts split_at(const std::string &text, const std::string &separator);
+
+// The rows of a table, a line each: columns with "->" between them, "//" before a remark.
 std::vector<texts> rows_of(const std::string &table);
 
 // The arguments of a list, which is written with "|" between them.
 texts entries_of(const std::string &list);
+
+// The state of a process that has loaded no configuration yet.
+void forget_configuration();
 
 // Loads launcher.cfg with these lines besides the launch mode and the homes. `how` is the mode and
 // the Java versions of host and guest, as in "legacy 9 8"; the mode "native" is that of a native

@@ -17,10 +17,10 @@ advanced 8 8 -> -ea -> JAVA_TOOL_OPTIONS -> -cp C:\L -> -> -> -> -cp C:\C
 advanced 8 8 -> -Dx|Main -> _JAVA_OPTIONS -> -Xruna -Xshare:on -> -Dg -> -Dx|-Dg|Main -> -agentlib:a ->
 advanced 8 8 -> Main -> JDK_JAVA_OPTIONS -> -> -Dg -> -Dg|Main -> (unset) -> -Dg
 advanced 8 8 -> Main -> CLASSPATH -> C:\L\a;C:\Lx -> -Dg -> Main -> C:\C\a;C:\Lx -> -Dg
-# Without a main class it is left alone, except where there are no arguments.
+// Without a main class it is left alone, except where there are no arguments.
 advanced 8 8 -> -ea -> _JAVA_OPTIONS -> -Xruna -> -Dg -> -> -Xruna -> -Dg
 advanced 8 8 -> -> _JAVA_OPTIONS -> -Xruna -> -> -> -agentlib:a ->
-# An argument that ends the options does not start the container again.
+// An argument that ends the options does not start the container again.
 advanced 8 8 -> Main -> _JAVA_OPTIONS -> --source 11 -Dx -> -Dg -> -Dg|Main -> --source -> 11 -Dx
 native 8 8 -> -jar -> _JAVA_OPTIONS -> -Xruna '-Dq=1 2' -> -Dg -> -Dg|-jar -> -agentlib:a -> -Dq=1 2
 native 8 8 -> -jar -> JDK_JAVA_OPTIONS -> -Xruna -> -Dg -> -jar -> -Xruna -> -Dg
@@ -43,7 +43,7 @@ constexpr char ARGUMENT_FILES[] = R"(
 legacy 8 8 -> @C:\L\opts|@C:\L\empty|@@x|@C:\L\opts -> -cp|C:\C|"-Da=b c"|-agentlib:x -> @x|@C:\L\opts
 legacy 8 8 -> @C:\L\main|@C:\L\missing -> -> Main|@x|-Xmx1m|@C:\L\missing
 legacy 8 8 -> --disable-@files|@C:\L\off|@C:\L\missing|-ea -> --disable-@files|--disable-@files|-ea ->
-# A lone "@" counts as a main class
+// A lone "@" counts as a main class
 legacy 8 8 -> @|@C:\L\missing|-ea -> -ea ->
 legacy 8 8 -> @C:\L\missing
 advanced 8 8 -> @C:\L\main
@@ -170,14 +170,6 @@ LIBRARY ENVIRONMENT SETTING:
         set_variable(name, "");
     }
     set_variable("PATH", path);
-}
-
-TEST_F(option_variables, end_the_process_when_they_cannot_be_taken) {
-    for (const char *value : {"-version", "-ea Main", "@C:\\missing"}) {
-        set_variable("JDK_JAVA_OPTIONS", value);
-        EXPECT_EXIT((start("legacy 8 8"), rewrite("")), ExitedWithCode(1), Eq("")) << value;
-    }
-    set_variable("JDK_JAVA_OPTIONS", "");
 }
 
 TEST_F(option_variables, share_a_bookkeeping_with_argument_files) {

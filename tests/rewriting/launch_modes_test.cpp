@@ -25,17 +25,17 @@ constexpr char EVERY_MODULE_OPTION[] =
 
 // Launch mode and Java versions -> arguments -> host or leading list -> guest or trailing list
 constexpr char PLACES[] = R"(
-# Nothing is looked at after the main class
+// Nothing is looked at after the main class
 advanced 9 9 -> Main|-Xmx1m|-Xshare:on|@x|-cp|C:\L|a b -> -Xc|"-Dc=C:\L d" -> Main|-Xmx1m|-Xshare:on|@x|-cp|C:\L|"a b"
 legacy 8 8   -> -javaagent:a.jar|Main|-javaagent:b|@x|a b -> -> -javaagent:a.jar|Main|-javaagent:b|@x|"a b"
 ri 8 8       -> -javaagent:a.jar|Main|-cp|C:\L|@x -> -javaagent:a.jar -> Main|-cp|C:\L|@x
-# Dropped and converted options
-advanced 8 9 -> -Xshare:on|-Xno:a|-Xrunno:a|-XX:+UseParNewGC|-Xruna:b:1|-Xrun -> -XX:+UseParNewGC|-agentlib:a=b:1|-agentlib: ->
+// Dropped and converted options
+advanced 8 9 -> -Xshare:on|-Xno:a|-Xrunno:a|-XX:+UseParNewGC|-Xruna:b:1|-Xrun|-Xrun: -> -XX:+UseParNewGC|-agentlib:a=b:1|-agentlib:|-agentlib:= ->
 advanced 9 8 -> -Xshare:auto|-Xshare:off|-XX:+UseParNewGC|-d64|-Xruna b -> -Xshare:off|"-agentlib:a b" ->
 secure 8 8   -> -Xshare:auto|-Xno|-XX:+UseParNewGC|-Xruna:b|-Xshare:off -> -XX:+UseParNewGC|-agentlib:a=b|-Xshare:off ->
 patch 9 8    -> -Xshare:on|-XX:+UseParNewGC|-server|-Xruna -> -agentlib:a ->
 ri 9 8       -> -Xrunjdwp:a|-Xshare:on|-Xmx100m|-XX:+UseParNewGC|-Xno|-server -> -Xrunjdwp:a|-Xshare:on|-Xmx100m|-XX:+UseParNewGC|-Xno|-server ->
-# Class paths
+// Class paths
 advanced 8 9 -> -cp|C:\L\a b.jar;x|-classpathx|C:\Lx|-cpy|C:\L/y -> -> -cp|"C:\C\a b.jar;x"|-classpathx|C:\Lx|-cpy|C:\C\y
 advanced 8 9 -> --class-path=C:\L|--class-path|C:\L -> --class-path=C:\L|--class-path|-Xc|"-Dc=C:\L d" -> C:\L
 advanced 9 8 -> --class-path|C:\L|--class-path=C:\L\a|--class-pathx -> --class-pathx -> -cp|C:\C|-cp|C:\C\a
@@ -43,33 +43,24 @@ advanced 9 9 -> --class-path|C:\L|--class-path=C:\L\a -> -> --class-path|C:\C|--
 advanced 9 9 -> -cp|-Xshare:on|-Xruna|-jar|-Dx -> -agentlib:a -> -cp|-jar|-Dx
 legacy 9 8   -> --class-path|C:\L\a|--class-path=C:\L|-cpx|C:\L -> -cp|C:\C\a|-cp|C:\C|-cpx|C:\C ->
 legacy 9 9   -> --class-path|C:\L\a|--class-path=C:\L -> --class-path|C:\C\a|--class-path=C:\C ->
-legacy 8 9   -> --class-path=C:\L|--class-path|C:\L -> --class-path=C:\L|--class-path -> C:\L
 patch 9 8    -> --class-path|C:\L\a|--class-path=C:\L|-classpath|C:\L -> --class-path|C:\J\a|--class-path=C:\J|-classpath|C:\J ->
 secure 9 8   -> -cp|-Xshare:on|C:\L|-Xbootclasspath/a:C:\L|-Dx=C:\L -> -cp|C:\J|-Xbootclasspath/a:C:\J|-Dx=C:\J ->
 ri 9 8       -> --class-path|-Dx=1;C:\L|--class-path=C:\L|-classpath|C:\L -> --class-path|-Dx=1;C:\J|--class-path=C:\J|-classpath|C:\J ->
-ri 8 9       -> --class-path=C:\L|--class-path|C:\L -> --class-path=C:\L|--class-path -> C:\L
-# The value of a module option stands next to it
+// The value of a module option stands next to it
 advanced 9 8 -> -p|-cp|C:\L|C:\L\m|-Dx -> -p|C:\L\m -> -cp|C:\C|-Dx
 advanced 8 9 -> -p|m -> -p|-Xc|"-Dc=C:\L d" -> m
 legacy 9 9   -> -p|-cp|C:\L|-javaagent:m|-javaagent:a -> -p|-cp|C:\C|-javaagent:m -> -javaagent:a
-legacy 8 9   -> -p|m -> -p -> m
 ri 9 8       -> -p|m|m|-p -> -p|m -> m|-p
-ri 8 9       -> -p|m -> -p -> m
-# The end of the options
+// The end of the options
 native 8 8   -> C:\L\x|a b||-jar|C:\L\x -> C:\L\x|a b||-Xc|-Dc=C:\L d -> -jar|C:\L\x
 advanced 9 8 -> -jarx|C:\L -> -Xc|"-Dc=C:\L d" -> -jarx|C:\L
 advanced 9 8 -> --modulex|--module|m|-Dx -> --modulex|-Xc|"-Dc=C:\L d" -> --module|m|-Dx
 advanced 9 8 -> -m|m|-Dx -> -m|-Xc|"-Dc=C:\L d" -> m|-Dx
 advanced 9 8 -> --module=m|-Dx -> -Xc|"-Dc=C:\L d" -> --module=m|-Dx
 advanced 8 8 -> --module=m|--module| -> --module=m|--module|-Xc|"-Dc=C:\L d" ->
-legacy 8 8   -> -jarx|C:\L -> -> -jarx|C:\L
 patch 9 8    -> --module|m|-Dx -> -> --module|m|-Dx
-patch 9 8    -> --module=m|-Dx -> -> --module=m|-Dx
-patch 8 8    -> --module=m|--module||-Dx -> --module=m|--module -> |-Dx
-ri 9 8       -> -jar|C:\L -> -> -jar|C:\L
 ri 9 8       -> --module=m|-Dx=C:\L -> -> --module=m|-Dx=C:\L
-ri 8 8       -> --module=m|--module|m -> --module=m|--module -> m
-# Options of both sides, of the host and of the guest
+// Options of both sides, of the host and of the guest
 advanced 8 8 -> -Djava.net.preferIPv4Stack=true|-Dsun.net.inetaddr.ttl=1 -> -Djava.net.preferIPv4Stack=true|-Dsun.net.inetaddr.ttl=1 -> -Djava.net.preferIPv4Stack=true|-Dsun.net.inetaddr.ttl=1
 advanced 8 8 -> -Dnetworkaddress.cache.ttl=1|-Dfile.encoding=C:\L -> -Dnetworkaddress.cache.ttl=1|-Dfile.encoding=C:\L -> -Dnetworkaddress.cache.ttl=1|-Dfile.encoding=C:\L
 advanced 8 8 -> -Dsun.net.inetaddr.negative.ttl=1|-Dnetworkaddress.cache.negative.ttl=C:\L -> -Dsun.net.inetaddr.negative.ttl=1|-Dnetworkaddress.cache.negative.ttl=C:\L -> -Dsun.net.inetaddr.negative.ttl=1|-Dnetworkaddress.cache.negative.ttl=C:\L
@@ -89,9 +80,7 @@ constexpr char HEAPS[] = R"(
 -Xmx128m -> -Xmx256m
 -Xmx255M -> -Xmx256m
 -Xmx256m -> -Xmx256m
--Xmx512M -> -Xmx512M
 -Xmx1g -> -Xmx1g
--Xmx9 -> -Xmx9
 -Xmxm -> -Xmx256m
 -Xmx-1m -> -Xmx256m
 -Xmx+300m -> -Xmx+300m
