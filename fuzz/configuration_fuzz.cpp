@@ -121,7 +121,8 @@ std::string check_child() {
 void check_return(int status) {
     assert(product.complained.empty());
     if (made_up.command_line.empty()) {
-        const size_t refusal_at = product.shown.rfind("Error: invalid command: ");
+        // It is a line of its own: an argument may read the same.
+        const size_t refusal_at = ('\n' + product.shown).rfind("\nError: invalid command: ");
         assert(status == -1);
         check_output(refusal_at == std::string::npos ? "" : product.shown.substr(refusal_at));
         return;
