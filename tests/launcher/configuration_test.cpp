@@ -1,6 +1,5 @@
 // What launcher.cfg may hold, shown by the dump of the trace, and where the trace goes.
 
-#include <chrono>
 #include <cstring>
 
 #include "tests/support/world.h"
@@ -8,8 +7,8 @@
 namespace {
 
 outcome run_with(const std::string &configuration) {
-    put_file("C:\\L\\launcher.cfg", here(configuration));
-    return run_launcher("C:\\L\\bin\\java.exe", {});
+    configure(configuration);
+    return run_launcher(LAUNCHER, {});
 }
 
 std::string dump_of(const std::string &mode, const std::string &properties) {
@@ -150,7 +149,7 @@ TEST_F(launcher, is_silent_with_tracing_off) {
     const std::string start = "LAUNCH_MODE=ri\nJVM_HOME=C:\\J\n";
     for (const char *value : {"True\n", "1\n", "\n", "false\n", "t rue\n"}) {
         const outcome result = run_with(start + "LOG_FILE_OR_DIR=C:\\work\\log.txt\nSHOW_START=" + value);
-        EXPECT_EQ(result.output, report("C:\\J\\bin\\java.exe", {}));
+        EXPECT_EQ(result.output, report(JAVA, {}));
         EXPECT_EQ(result.errors, "");
         EXPECT_EQ(fs::file_size(on_disk("C:\\work\\log.txt")), 0u);
     }
@@ -160,7 +159,7 @@ TEST_F(launcher, is_silent_with_tracing_off) {
         EXPECT_EQ(result.status, STATUS_MINUS_1);
     }
     fs::remove(on_disk("C:\\L\\launcher.cfg"));
-    const outcome unconfigured = run_launcher("C:\\L\\bin\\java.exe", {});
+    const outcome unconfigured = run_launcher(LAUNCHER, {});
     EXPECT_EQ(unconfigured.output + unconfigured.errors, "");
     EXPECT_EQ(unconfigured.status, STATUS_MINUS_1);
 }
