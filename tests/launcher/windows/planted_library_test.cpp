@@ -12,10 +12,6 @@ const char *const LIBRARIES[] = {"kernel32.dll",       "kernelbase.dll",  "ntdll
                                  "user32.dll",         "imm32.dll",       "shell32.dll",         "vcruntime140.dll",
                                  "libgcc_s_seh-1.dll", "libstdc++-6.dll", "libwinpthread-1.dll", "libssp-0.dll"};
 
-bool was_loaded(const std::string &windows_path) {
-    return fs::exists(on_disk(windows_path + ".loaded"));
-}
-
 } // namespace
 
 TEST_F(launcher, loads_no_library_from_the_current_folder_or_from_path) {
@@ -34,7 +30,7 @@ TEST_F(launcher, loads_no_library_from_the_current_folder_or_from_path) {
     }
     for (const char *folder : {"C:\\work\\", "C:\\path\\"}) {
         for (const char *library : LIBRARIES) {
-            EXPECT_FALSE(was_loaded(std::string(folder) + library)) << library;
+            EXPECT_FALSE(fs::exists(on_disk(std::string(folder) + library + ".loaded"))) << library;
         }
     }
 
@@ -43,6 +39,6 @@ TEST_F(launcher, loads_no_library_from_the_current_folder_or_from_path) {
     FreeLibrary(LoadLibraryA(here("C:\\work\\libssp-0.dll").c_str()));
     FreeLibrary(LoadLibraryA("only_planted.dll"));
     set_environment("PATH", old_path);
-    EXPECT_TRUE(was_loaded("C:\\work\\libssp-0.dll"));
-    EXPECT_TRUE(was_loaded("C:\\path\\only_planted.dll"));
+    EXPECT_TRUE(fs::exists(on_disk("C:\\work\\libssp-0.dll.loaded")));
+    EXPECT_TRUE(fs::exists(on_disk("C:\\path\\only_planted.dll.loaded")));
 }
