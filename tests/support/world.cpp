@@ -11,14 +11,6 @@ void put_program(const std::string &built, const std::string &windows_path) {
     fs::copy_file(own_file().parent_path() / built, target);
 }
 
-void put_launcher(const std::string &windows_path) {
-    put_program("java.exe", windows_path);
-}
-
-void put_java(const std::string &windows_path) {
-    put_program("stand_in_java.exe", windows_path);
-}
-
 void configure(const std::string &text) {
     put_file("C:\\L\\launcher.cfg", here(text));
 }
@@ -58,8 +50,7 @@ outcome run_launcher(const std::string &windows_path, const texts &arguments) {
 }
 
 std::string report(const std::string &windows_path, const texts &arguments, const std::string &folder) {
-    std::string text = "program " + to_text(on_disk(windows_path)) + "\n";
-    text += "folder  " + to_text(on_disk(folder)) + "\n";
+    std::string text = "program " + to_text(on_disk(windows_path)) + "\nfolder  " + to_text(on_disk(folder)) + "\n";
     for (const std::string &argument : arguments) {
         text += "arg     " + argument + "\n";
     }

@@ -28,8 +28,12 @@ protected:
 
 // Puts a program of this build in a place: any, the launcher, a stand-in.
 void put_program(const std::string &built, const std::string &windows_path);
-void put_launcher(const std::string &windows_path);
-void put_java(const std::string &windows_path);
+inline void put_launcher(const std::string &windows_path) {
+    put_program("java.exe", windows_path);
+}
+inline void put_java(const std::string &windows_path) {
+    put_program("stand_in_java.exe", windows_path);
+}
 
 // Writes C:\L\launcher.cfg.
 void configure(const std::string &text);
