@@ -62,7 +62,6 @@ const struct {
     {"advanced legacy", "bin", "- - -", "- - -", "CJQ", "Error: CONTAINER_HOME directory '' doesn't exist\n"},
     {"patch secure", "bin", "- - -", "C no\\..\\no Q", "JQ",
      "Error: JVM_HOME directory 'C:\\no\\..\\no' doesn't exist\n"},
-    {"ri", "bin", "- - -", "- 日本 -", "J", "Error: JVM_HOME directory 'C:\\日本' doesn't exist\n"},
     {"ri", "bin", "- - -", "C - Q", "J", "Error: JVM_HOME directory '' doesn't exist\n"},
     {"advanced legacy", "bin", "- J -", "C\\ no Q\\", "CQ", nullptr},
     {"patch secure", "bin", "no J\\ Q\\", "no no no", "", nullptr},

@@ -5,18 +5,16 @@
 
 namespace {
 
-using texts = std::vector<std::string>;
-
 class other_programs : public launcher {};
 
-void put_decoys(const texts &windows_paths) {
-    for (const std::string &path : windows_paths) {
-        put_java(path);
+void put_decoys(const std::string &folder, const texts &names) {
+    for (const std::string &name : names) {
+        put_java(folder + name);
     }
 }
 
 void expect_java_of(const std::string &home, const texts &arguments = {}) {
-    const outcome result = run_launcher("C:\\L\\bin\\java.exe", arguments);
+    const outcome result = run_launcher(LAUNCHER, arguments);
     EXPECT_EQ(result.output, report(home + "\\bin\\java.exe", arguments));
     EXPECT_EQ(result.status, 0u);
 }
@@ -29,23 +27,23 @@ TEST_F(other_programs, are_not_read_out_of_a_path) {
         std::string home;
         texts decoys, arguments;
     } rows[] = {
-        {"C:\\K 1", {"C:\\K.exe", "C:\\work\\1\\bin\\java.exe", "C:\\K 1\\bin\\java"}, {}},
-        {"C:\\K 1 2 (x)", {"C:\\K", "C:\\K 1.exe", "C:\\K 1 2"}, {"(x)\\bin\\java.exe"}},
-        {"C:\\K  1", {"C:\\K.exe", "C:\\K .exe", "C:\\K 1\\bin\\java.exe"}, {}},
-        {"C:\\K x\\y z", {"C:\\K", "C:\\K x\\y.exe", "C:\\K x\\y"}, {}},
-        {"C:\\-K&x^%PATH%;y", {"C:\\-K", "C:\\-K.exe", "C:\\work\\x.exe"}, {"&", "calc.exe"}},
+        {"C:\\K 1", {"K.exe", "work\\1\\bin\\java.exe", "K 1\\bin\\java"}, {}},
+        {"C:\\K 1 2 (x)", {"K", "K 1.exe", "K 1 2"}, {"(x)\\bin\\java.exe"}},
+        {"C:\\K  1", {"K.exe", "K .exe", "K 1\\bin\\java.exe"}, {}},
+        {"C:\\K x\\y z", {"K", "K x\\y.exe", "K x\\y"}, {}},
+        {"C:\\-K&x^%PATH%;y", {"-K", "-K.exe", "work\\x.exe"}, {"&", "calc.exe"}},
         {"C:\\K2",
-         {"C:\\K2.exe", "C:\\K2\\bin\\java.exe 1.exe", "C:\\K2\\bin\\java.exe 1\\x.exe", "C:\\x.exe"},
+         {"K2.exe", "K2\\bin\\java.exe 1.exe", "K2\\bin\\java.exe 1\\x.exe", "x.exe"},
          {"1\\x.exe", "..\\..\\..\\x.exe"}},
     };
     for (const auto &row : rows) {
         SCOPED_TRACE(row.home);
         SetUp();
-        put_decoys(row.decoys);
+        put_decoys("C:\\", row.decoys);
         put_java(row.home + "\\bin\\java.exe");
-        put_file("C:\\L\\launcher.cfg", here("LAUNCH_MODE=ri\nJVM_HOME=" + row.home + "\n"));
+        configure("LAUNCH_MODE=ri\nJVM_HOME=" + row.home);
         expect_java_of(row.home, row.arguments);
-        put_file("C:\\L\\launcher.cfg", "LAUNCH_MODE=ri\n");
+        configure("LAUNCH_MODE=ri");
         set_environment("JVM_HOME", here(row.home));
         expect_java_of(row.home, row.arguments);
     }
@@ -53,14 +51,9 @@ TEST_F(other_programs, are_not_read_out_of_a_path) {
 
 // Beside the real one, in the current folder, and first on PATH.
 TEST_F(other_programs, are_not_found_by_name) {
-    put_file("C:\\L\\launcher.cfg", here("LAUNCH_MODE=ri\nJVM_HOME=C:\\J\n"));
-    for (const char *name : {"java", "java.exe.exe", "java.com", "java.bat", "java.cmd", "java.exe.com"}) {
-        put_java(std::string("C:\\J\\bin\\") + name);
-    }
+    put_decoys("C:\\J\\bin\\", {"java", "java.exe.exe", "java.com", "java.bat", "java.cmd", "java.exe.com"});
     for (const char *folder : {"C:\\work\\", "C:\\work\\bin\\", "C:\\work\\J\\bin\\", "C:\\path\\"}) {
-        for (const char *name : {"java.exe", "java", "java.com", "C.exe", "cmd.exe"}) {
-            put_java(std::string(folder) + name);
-        }
+        put_decoys(folder, {"java.exe", "java", "java.com", "C.exe", "cmd.exe"});
     }
     const std::string old_path = std::getenv("PATH");
     set_environment("PATH", to_text(on_disk("C:\\path")) + (on_windows ? ";" : ":") + old_path);
@@ -70,8 +63,7 @@ TEST_F(other_programs, are_not_found_by_name) {
 
 // The launcher's own name is the name below the home. What Windows refuses in a name is no name.
 TEST_F(other_programs, are_not_named_by_odd_names) {
-    put_file("C:\\L\\launcher.cfg", here("LAUNCH_MODE=ri\nJVM_HOME=C:\\J\n"));
-    put_decoys({"C:\\J\\bin\\my.exe", "C:\\J\\bin\\my", "C:\\work\\my.exe", "C:\\work\\x.exe"});
+    put_decoys("C:\\", {"J\\bin\\my.exe", "J\\bin\\my", "work\\my.exe", "work\\x.exe"});
     for (const std::string name :
          {"my java.exe", "java", "my java", "java.exe.exe", "java.old", "x;calc.exe", "&x.exe", "-jar", "'x'.exe"}) {
         put_launcher("C:\\L\\bin\\" + name);
@@ -85,24 +77,23 @@ TEST_F(other_programs, are_not_named_by_odd_names) {
     for (const std::string name : {"x\"y.exe", "x\ty.exe", "*.exe"}) {
         if (!on_windows) {
             put_launcher("C:\\L\\bin\\" + name);
-            put_decoys({"C:\\J\\bin\\" + name, "C:\\J\\bin\\x.exe"});
+            put_decoys("C:\\J\\bin\\", {name, "x.exe"});
             const outcome result = run_launcher("C:\\L\\bin\\" + name, {});
-            EXPECT_EQ(result.output,
-                      "Error: java executable path either doesn't exist or is invalid: \"C:\\L\\bin\\" + name + "\"\n");
+            EXPECT_EQ(result.output.rfind("Error: java executable path either doesn't exist or is invalid: ", 0), 0u);
             EXPECT_EQ(result.status, 1u);
         }
     }
 
-    put_file("C:\\L\\launcher.cfg", "LAUNCH_MODE=ri\n");
+    configure("LAUNCH_MODE=ri");
+    put_decoys("C:\\", {"J.exe", "J 1.exe"});
     for (const std::string home : {"C:\\J\" x", "\"C:\\J\"", "\"C:\\J 1\"", "C:\\J\tx", "C:\\J*", "C:\\J?", "C:\\J|x",
                                    "C:\\<J>", "C:\\J\nx", "C:\\J 1\\\"C:\\J"}) {
         SCOPED_TRACE(home);
         if (!on_windows && home[0] != '"') {
-            put_decoys({home + "\\bin\\java.exe"});
+            put_java(home + "\\bin\\java.exe");
         }
-        put_decoys({"C:\\J.exe", "C:\\J 1.exe"});
         set_environment("JVM_HOME", here(home));
-        const outcome result = run_launcher("C:\\L\\bin\\java.exe", {});
+        const outcome result = run_launcher(LAUNCHER, {});
         EXPECT_EQ(result.output, "");
         EXPECT_EQ(result.status, STATUS_MINUS_1);
     }

@@ -70,20 +70,18 @@ TEST(process, is_held_until_resumed_and_ends_with_a_killing_job_or_its_terminati
         JOBOBJECT_EXTENDED_LIMIT_INFORMATION limits = {};
         limits.BasicLimitInformation.LimitFlags = kill | JOB_OBJECT_LIMIT_SILENT_BREAKAWAY_OK;
         SetInformationJobObject(job, JobObjectExtendedLimitInformation, &limits, sizeof limits);
-        const PROCESS_INFORMATION child = start_command("..\\prog wait=held", CREATE_SUSPENDED);
+        const PROCESS_INFORMATION child = start_command("..\\prog hold=held", CREATE_SUSPENDED);
         EXPECT_TRUE(AssignProcessToJobObject(job, child.hProcess));
         EXPECT_TRUE(runs_after(200, child.hProcess) && !fs::exists("held"));
         EXPECT_EQ(ResumeThread(child.hThread), 1u);
-        while (!fs::exists("held")) {
-            ASSERT_TRUE(runs_after(20, child.hProcess));
-        }
-        fs::remove("held");
+        ASSERT_TRUE(comes_true([] { return fs::exists("held"); }));
         EXPECT_TRUE(CloseHandle(job));
         if (kill == 0) {
             EXPECT_TRUE(runs_after(200, child.hProcess));
             EXPECT_TRUE(TerminateProcess(child.hProcess, 0xFFFFFFFF));
         }
         EXPECT_EQ(end_of(child), kill == 0 ? 0xFFFFFFFF : 0);
+        fs::remove("held");
     }
 }
 

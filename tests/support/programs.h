@@ -3,14 +3,24 @@
 
 // Programs as a test starts and ends them; the bodies differ by system.
 
+#include <chrono>
 #include <cstdint>
 #include <string>
+#include <thread>
+#include <unistd.h>
 #include <vector>
 
 #include "tests/support/disk.h"
 
 // What a program's status -1 arrives as: all 32 bits, or the 8 of a Unix process.
-extern const uint32_t STATUS_MINUS_1;
+constexpr uint32_t STATUS_MINUS_1 = on_windows ? 0xFFFFFFFF : 255;
+
+// A search for leaks at the end of every program: a start takes its time.
+#ifdef __SANITIZE_ADDRESS__
+constexpr bool is_sanitized = true;
+#else
+constexpr bool is_sanitized = false;
+#endif
 
 struct program {
     fs::path file;
@@ -41,8 +51,18 @@ bool job_exists(const std::string &name);
 void set_environment(const std::string &name, const std::string &value);
 
 // Of the running program itself.
-uint32_t own_process_id();
 fs::path own_file();
-std::string own_command_line();
+inline uint32_t own_process_id() {
+    return static_cast<uint32_t>(getpid());
+}
+
+// Whether the condition holds within so many minutes.
+template <typename condition>
+bool comes_true(const condition &holds, int minutes = 1) {
+    for (int i = 0; i < minutes * 2400 && !holds(); i++) {
+        std::this_thread::sleep_for(std::chrono::milliseconds(25));
+    }
+    return holds();
+}
 
 #endif

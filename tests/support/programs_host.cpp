@@ -8,8 +8,6 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-const uint32_t STATUS_MINUS_1 = 255;
-
 uint32_t start(const program &what) {
     std::vector<char *> arguments = {const_cast<char *>(what.file.c_str())};
     for (const std::string &argument : what.arguments) {
@@ -20,10 +18,10 @@ uint32_t start(const program &what) {
     posix_spawn_file_actions_init(&actions);
     posix_spawn_file_actions_addchdir_np(&actions, what.folder.c_str());
     posix_spawn_file_actions_addopen(&actions, 0, fs::exists(what.folder / "in") ? "in" : "/dev/null", O_RDONLY, 0);
-    int closed_pipe[2] = {-1, -1};
-    if (what.into_closed_pipe && pipe2(closed_pipe, O_CLOEXEC) == 0) {
-        close(closed_pipe[0]);
-        posix_spawn_file_actions_adddup2(&actions, closed_pipe[1], 1);
+    int ends[2] = {-1, -1};
+    if (what.into_closed_pipe && pipe2(ends, O_CLOEXEC) == 0) {
+        close(ends[0]);
+        posix_spawn_file_actions_adddup2(&actions, ends[1], 1);
     } else {
         posix_spawn_file_actions_addopen(&actions, 1, "out", O_WRONLY | O_CREAT | O_TRUNC, 0666);
     }
@@ -31,9 +29,7 @@ uint32_t start(const program &what) {
     pid_t id = 0;
     const int failed = posix_spawn(&id, what.file.c_str(), &actions, nullptr, arguments.data(), environ);
     posix_spawn_file_actions_destroy(&actions);
-    if (what.into_closed_pipe) {
-        close(closed_pipe[1]);
-    }
+    close(ends[1]);
     return failed ? 0 : static_cast<uint32_t>(id);
 }
 
@@ -74,20 +70,6 @@ void set_environment(const std::string &name, const std::string &value) {
     value.empty() ? unsetenv(name.c_str()) : setenv(name.c_str(), value.c_str(), 1);
 }
 
-uint32_t own_process_id() {
-    return static_cast<uint32_t>(getpid());
-}
-
 fs::path own_file() {
     return fs::read_symlink("/proc/self/exe");
-}
-
-std::string own_command_line() {
-    std::ifstream file("/proc/self/cmdline", std::ios::binary);
-    std::string text{std::istreambuf_iterator<char>(file), {}};
-    text.pop_back();
-    for (char &byte : text) {
-        byte = byte == '\0' ? ' ' : byte;
-    }
-    return text;
 }

@@ -1,43 +1,35 @@
 #include "tests/support/programs.h"
 
-#include <cstdlib>
-#include <cstring>
+#include <algorithm>
 #include <map>
 
 #include "platform/windows_services.h"
 
-#include <tlhelp32.h>
 #include <winternl.h>
-
-const uint32_t STATUS_MINUS_1 = 0xFFFFFFFF;
 
 namespace {
 
 std::map<uint32_t, HANDLE> started;
 
+SECURITY_ATTRIBUTES inherited = {sizeof inherited, nullptr, TRUE};
+
 HANDLE open_stream(const fs::path &file, DWORD access, DWORD creation) {
-    SECURITY_ATTRIBUTES inherited = {sizeof inherited, nullptr, TRUE};
-    HANDLE stream = CreateFileW(file.c_str(), access, FILE_SHARE_READ | FILE_SHARE_WRITE, &inherited, creation,
-                                FILE_ATTRIBUTE_NORMAL, nullptr);
+    HANDLE stream =
+        CreateFileW(file.c_str(), access, FILE_SHARE_READ | FILE_SHARE_WRITE, &inherited, creation, 0, nullptr);
     return stream != INVALID_HANDLE_VALUE ? stream
                                           : CreateFileW(L"NUL", access, 0, &inherited, OPEN_EXISTING, 0, nullptr);
 }
 
 HANDLE open_closed_pipe() {
-    SECURITY_ATTRIBUTES inherited = {sizeof inherited, nullptr, TRUE};
     HANDLE reader = nullptr, writer = nullptr;
     CreatePipe(&reader, &writer, &inherited, 0);
     CloseHandle(reader);
     return writer;
 }
 
-std::vector<char> ask_system(int information) {
-    constexpr auto too_small = static_cast<NTSTATUS>(0xC0000004);
-    std::vector<char> answer(1 << 20);
-    while (NtQuerySystemInformation(static_cast<SYSTEM_INFORMATION_CLASS>(information), answer.data(),
-                                    static_cast<ULONG>(answer.size()), nullptr) == too_small) {
-        answer.resize(answer.size() * 2);
-    }
+std::vector<char> ask_system(SYSTEM_INFORMATION_CLASS information) {
+    std::vector<char> answer(1 << 22);
+    NtQuerySystemInformation(information, answer.data(), static_cast<ULONG>(answer.size()), nullptr);
     return answer;
 }
 
@@ -103,46 +95,22 @@ bool is_running(uint32_t process_id) {
 
 // Counted in the list of all handles: of another process, Wine knows no count.
 size_t handle_count(uint32_t process_id) {
-    struct entry {
-        void *object;
-        ULONG_PTR owner, handle;
-        ULONG access;
-        USHORT trace, type;
-        ULONG attributes, reserved;
-    };
-    constexpr int extended_handles = 64;
-    constexpr size_t head = 2 * sizeof(ULONG_PTR);
-    const std::vector<char> list = ask_system(extended_handles);
-    ULONG_PTR length = 0;
-    memcpy(&length, list.data(), sizeof length);
-    size_t count = 0;
-    for (ULONG_PTR i = 0; i < length; i++) {
-        entry one;
-        memcpy(&one, list.data() + head + i * sizeof one, sizeof one);
-        count += one.owner == process_id;
-    }
-    return count;
+    const std::vector<char> answer = ask_system(SystemHandleInformation);
+    const auto *all = reinterpret_cast<const SYSTEM_HANDLE_INFORMATION *>(answer.data());
+    return static_cast<size_t>(std::count_if(all->Handle, all->Handle + all->Count,
+                                             [&](const auto &handle) { return handle.OwnerPid == process_id; }));
 }
 
-// The sum over its threads: of another process, Wine knows no times.
+// Found in the list of all processes: of another process, Wine knows no times.
 uint64_t processor_time(uint32_t process_id) {
-    uint64_t hundreds = 0;
-    HANDLE threads = CreateToolhelp32Snapshot(TH32CS_SNAPTHREAD, 0);
-    THREADENTRY32 entry = {};
-    entry.dwSize = sizeof entry;
-    for (BOOL more = Thread32First(threads, &entry); more; more = Thread32Next(threads, &entry)) {
-        if (entry.th32OwnerProcessID == process_id) {
-            HANDLE thread = OpenThread(THREAD_QUERY_INFORMATION, FALSE, entry.th32ThreadID);
-            FILETIME created = {}, ended = {}, times[2] = {};
-            GetThreadTimes(thread, &created, &ended, &times[0], &times[1]);
-            CloseHandle(thread);
-            for (const FILETIME &time : times) {
-                hundreds += static_cast<uint64_t>(time.dwHighDateTime) << 32 | time.dwLowDateTime;
-            }
-        }
+    const std::vector<char> answer = ask_system(SystemProcessInformation);
+    const char *at = answer.data();
+    const auto *process = reinterpret_cast<const SYSTEM_PROCESS_INFORMATION *>(at);
+    while (HandleToULong(process->UniqueProcessId) != process_id && process->NextEntryOffset != 0) {
+        at += process->NextEntryOffset;
+        process = reinterpret_cast<const SYSTEM_PROCESS_INFORMATION *>(at);
     }
-    CloseHandle(threads);
-    return hundreds * 100;
+    return static_cast<uint64_t>(process->UserTime.QuadPart + process->KernelTime.QuadPart) * 100;
 }
 
 bool job_exists(const std::string &name) {
@@ -154,16 +122,8 @@ void set_environment(const std::string &name, const std::string &value) {
     SetEnvironmentVariableA(name.c_str(), value.empty() ? nullptr : value.c_str());
 }
 
-uint32_t own_process_id() {
-    return GetCurrentProcessId();
-}
-
 fs::path own_file() {
     std::wstring file(32768, L'\0');
     file.resize(GetModuleFileNameW(nullptr, file.data(), 32768));
     return file;
-}
-
-std::string own_command_line() {
-    return GetCommandLineA();
 }

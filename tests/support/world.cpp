@@ -1,34 +1,26 @@
 #include "tests/support/world.h"
 
-#include <chrono>
 #include <regex>
-#include <thread>
 
-namespace {
+static const std::regex CHILD_ID(R"(Windows Java PID = \d+\n)");
 
-void put_program(const char *built, const std::string &windows_path) {
+void put_program(const std::string &built, const std::string &windows_path) {
     const fs::path target = on_disk(windows_path);
     fs::create_directories(target.parent_path());
-    if (!fs::exists(target)) {
-        fs::copy_file(own_file().parent_path() / built, target);
-    }
+    fs::remove(target);
+    fs::copy_file(own_file().parent_path() / built, target);
 }
 
-} // namespace
-
-void put_launcher(const std::string &windows_path) {
-    put_program("java.exe", windows_path);
-}
-
-void put_java(const std::string &windows_path) {
-    put_program("stand_in_java.exe", windows_path);
+void configure(const std::string &text) {
+    put_file("C:\\L\\launcher.cfg", here(text));
 }
 
 void launcher::SetUp() {
     make_disk();
-    put_launcher("C:\\L\\bin\\java.exe");
+    put_launcher(LAUNCHER);
     put_java("C:\\C\\bin\\java.exe");
-    put_java("C:\\J\\bin\\java.exe");
+    put_java(JAVA);
+    configure("LAUNCH_MODE=ri\nJVM_HOME=C:\\J\n");
     put_file("C:\\Q\\quorvel.jar", "");
     put_folder("C:\\work");
     put_folder("C:\\empty");
@@ -37,8 +29,7 @@ void launcher::SetUp() {
     }
 }
 
-uint32_t start_launcher(const std::string &windows_path, const std::vector<std::string> &arguments,
-                        const std::string &folder) {
+uint32_t start_launcher(const std::string &windows_path, const texts &arguments, const std::string &folder) {
     const uint32_t process_id = start({on_disk(windows_path), arguments, on_disk(folder)});
     EXPECT_NE(process_id, 0u) << windows_path;
     return process_id;
@@ -53,15 +44,13 @@ bool is_failure_of_wine(const outcome &result) {
     return on_windows && result.status == 1 && result.output.find("program ") == std::string::npos;
 }
 
-outcome run_launcher(const std::string &windows_path, const std::vector<std::string> &arguments) {
+outcome run_launcher(const std::string &windows_path, const texts &arguments) {
     const outcome result = end_of_launcher(start_launcher(windows_path, arguments));
     return is_failure_of_wine(result) ? end_of_launcher(start_launcher(windows_path, arguments)) : result;
 }
 
-std::string report(const std::string &windows_path, const std::vector<std::string> &arguments,
-                   const std::string &folder) {
-    std::string text = "program " + to_text(on_disk(windows_path)) + "\n";
-    text += "folder  " + to_text(on_disk(folder)) + "\n";
+std::string report(const std::string &windows_path, const texts &arguments, const std::string &folder) {
+    std::string text = "program " + to_text(on_disk(windows_path)) + "\nfolder  " + to_text(on_disk(folder)) + "\n";
     for (const std::string &argument : arguments) {
         text += "arg     " + argument + "\n";
     }
@@ -72,14 +61,14 @@ std::string invalid_command(const std::string &target) {
     return here("Error: invalid command: " + target + "\n");
 }
 
-uint32_t start_held(const std::string &folder, const std::vector<std::string> &orders) {
+uint32_t start_held(const std::string &folder, const texts &orders) {
     put_folder(folder);
-    std::vector<std::string> arguments = {hold_order(folder)};
+    texts arguments = {hold_order(folder)};
     arguments.insert(arguments.end(), orders.begin(), orders.end());
-    return start_launcher("C:\\L\\bin\\java.exe", arguments, folder);
+    return start_launcher(LAUNCHER, arguments, folder);
 }
 
-uint32_t until_held(uint32_t process_id, const std::string &folder, const std::vector<std::string> &orders) {
+uint32_t until_held(uint32_t process_id, const std::string &folder, const texts &orders) {
     const auto holds = [&] { return process_id_in(folder + "\\held") != 0; };
     EXPECT_TRUE(comes_true([&] { return holds() || !is_running(process_id); }));
     if (!holds() && is_failure_of_wine(end_of_launcher(process_id, folder))) {
@@ -102,24 +91,21 @@ uint32_t process_id_in(const std::string &windows_path) {
     return text.empty() ? 0 : static_cast<uint32_t>(std::stoul(text));
 }
 
-bool comes_true(const std::function<bool()> &condition) {
-    for (int i = 0; i < 2400 && !condition(); i++) {
-        std::this_thread::sleep_for(std::chrono::milliseconds(25));
-    }
-    return condition();
+bool is_traced(const std::string &trace) {
+    return std::regex_search(trace, CHILD_ID);
+}
+
+std::string without_child_id(const std::string &trace) {
+    return std::regex_replace(trace, CHILD_ID, "");
 }
 
 std::string after_banner(const outcome &result) {
-    const size_t end = result.output.find("LAUNCHER CONFIGURATION LOADED\n");
-    if (end == std::string::npos) {
-        ADD_FAILURE() << "no trace in: " << result.output << result.errors;
-        return {};
-    }
+    static const std::regex form(R"((WARNING: LAUNCH_MODE .+\n)?(.+\n){4}\n)"
+                                 R"(\w{3} \w{3} [ \d]\d \d\d:\d\d:\d\d \d{4}\nLauncher PID = (\d+)\n\n)");
+    const size_t end = std::min(result.output.find("LAUNCHER CONFIGURATION LOADED\n"), result.output.size());
     const std::string head = result.output.substr(0, end);
-    const std::regex form(R"((?:WARNING: LAUNCH_MODE .+\n)?(?:.+\n){4}\n\w{3} \w{3} [ \d]\d \d\d:\d\d:\d\d \d{4}\n)"
-                          R"(Launcher PID = (\d+)\n\n)");
     std::smatch match;
-    EXPECT_TRUE(std::regex_match(head, match, form)) << head;
-    EXPECT_EQ(match.str(1), std::to_string(result.process_id));
+    EXPECT_TRUE(std::regex_match(head, match, form)) << result.output << result.errors;
+    EXPECT_EQ(match.str(3), std::to_string(result.process_id));
     return result.output.substr(end);
 }

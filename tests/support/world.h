@@ -4,12 +4,16 @@
 // A disk made anew for each test, with the launcher in its place and stand-ins for the runtimes:
 //   C:\L\bin\java.exe   the launcher       C:\C\bin\java.exe, C:\J\bin\java.exe   stand-ins
 //   C:\Q\quorvel.jar    the agent          C:\work, C:\empty                      empty folders
-
-#include <functional>
+// The launch mode is ri, the JVM home C:\J.
 
 #include <gtest/gtest.h>
 
 #include "tests/support/programs.h"
+
+constexpr const char *LAUNCHER = "C:\\L\\bin\\java.exe";
+constexpr const char *JAVA = "C:\\J\\bin\\java.exe"; // what it starts
+
+using texts = std::vector<std::string>;
 
 struct outcome {
     uint32_t status;
@@ -22,22 +26,30 @@ protected:
     void SetUp() override;
 };
 
-void put_launcher(const std::string &windows_path);
-void put_java(const std::string &windows_path);
+// Puts a program of this build in a place: any, the launcher, a stand-in.
+void put_program(const std::string &built, const std::string &windows_path);
+inline void put_launcher(const std::string &windows_path) {
+    put_program("java.exe", windows_path);
+}
+inline void put_java(const std::string &windows_path) {
+    put_program("stand_in_java.exe", windows_path);
+}
+
+// Writes C:\L\launcher.cfg.
+void configure(const std::string &text);
 
 // Starts the program in the folder; end_of_launcher waits for it. run_launcher does both in C:\work.
-uint32_t start_launcher(const std::string &windows_path, const std::vector<std::string> &arguments,
+uint32_t start_launcher(const std::string &windows_path, const texts &arguments,
                         const std::string &folder = "C:\\work");
 outcome end_of_launcher(uint32_t process_id, const std::string &folder = "C:\\work");
-outcome run_launcher(const std::string &windows_path, const std::vector<std::string> &arguments);
+outcome run_launcher(const std::string &windows_path, const texts &arguments);
 
 // Wine fails one start in some thousand, and the launcher's own of its child is no exception: such a
 // start may be tried again.
 bool is_failure_of_wine(const outcome &result);
 
 // What the stand-in at this path reports when it is started in the folder with these arguments.
-std::string report(const std::string &windows_path, const std::vector<std::string> &arguments,
-                   const std::string &folder = "C:\\work");
+std::string report(const std::string &windows_path, const texts &arguments, const std::string &folder = "C:\\work");
 
 // The line of a launcher whose child did not end with 0.
 std::string invalid_command(const std::string &target);
@@ -45,16 +57,18 @@ std::string invalid_command(const std::string &target);
 // A launcher, C:\L\bin\java.exe, whose child holds until let_go(): start_held() starts it in a folder
 // that it makes, until_held() waits for the child and returns the launcher's process id, another one
 // when Wine had failed the start. hold_order() is the argument in front of the orders.
-uint32_t start_held(const std::string &folder, const std::vector<std::string> &orders);
-uint32_t until_held(uint32_t process_id, const std::string &folder, const std::vector<std::string> &orders);
+uint32_t start_held(const std::string &folder, const texts &orders);
+uint32_t until_held(uint32_t process_id, const std::string &folder, const texts &orders);
 void let_go(const std::string &folder);
 std::string hold_order(const std::string &folder);
 
 // The process id that a stand-in has written to the file; 0 while there is none.
 uint32_t process_id_in(const std::string &windows_path);
 
-// Whether the condition holds within a minute.
-bool comes_true(const std::function<bool()> &condition);
+// A trace is complete once the line with the child's process id stands in it. That line may follow what
+// the child reports, and differs from start to start.
+bool is_traced(const std::string &trace);
+std::string without_child_id(const std::string &trace);
 
 // Checks banner, time and process id at the start of a trace and returns what follows them.
 std::string after_banner(const outcome &result);

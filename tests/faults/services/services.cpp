@@ -25,14 +25,7 @@ int open_handles = 0, open_streams = 0, allocations = 0;
 DWORD child = 0, injected_error = 0;
 
 bool is_meant(char sign, int number, int call) {
-    switch (sign) {
-    case '#':
-        return call == number;
-    case '>':
-        return call > number;
-    default:
-        return sign == '\0' || sign == ' ' || sign == '=';
-    }
+    return sign == '#' ? call == number : sign == '>' ? call > number : strchr(" =", sign) != nullptr;
 }
 
 // Whether this call of the service is to fail, and with which error.
@@ -72,24 +65,58 @@ void write_report() {
         return fails(#name, ++calls);                                                                                  \
     }()
 
+// What is linked in whatever the system, under the linker's name for it.
+#define REAL(name) REAL_(name)
+#define REAL_(name) __real_##name
+#define FUNCTION(type, name, parameters) FUNCTION_(type, name, parameters)
+#define FUNCTION_(type, name, parameters)                                                                              \
+    extern "C" type __real_##name parameters;                                                                          \
+    extern "C" type __wrap_##name parameters;                                                                          \
+    type __wrap_##name parameters
+
+// What only returns its failure.
+#define PLAIN_SERVICE(fault, failure, type, name, parameters, arguments)                                               \
+    SERVICE(type, name, parameters) {                                                                                  \
+        return FAILS(fault) ? failure : REAL_SERVICE(name) arguments;                                                  \
+    }
+#define PLAIN_FUNCTION(fault, failure, type, name, parameters, arguments)                                              \
+    FUNCTION(type, name, parameters) {                                                                                 \
+        return FAILS(fault) ? failure : REAL(name) arguments;                                                          \
+    }
+
+// clang-format off
+PLAIN_SERVICE(GetModuleFileNameA, 0, DWORD, GetModuleFileNameA, (HMODULE module, LPSTR buffer, DWORD size),
+              (module, buffer, size))
+PLAIN_SERVICE(GetFullPathNameA, 0, DWORD, GetFullPathNameA, (LPCSTR path, DWORD size, LPSTR buffer, LPSTR *file_part),
+              (path, size, buffer, file_part))
+PLAIN_SERVICE(SetEnvironmentVariableA, 0, BOOL, SetEnvironmentVariableA, (LPCSTR name, LPCSTR value), (name, value))
+PLAIN_SERVICE(SetConsoleCtrlHandler, 0, BOOL, SetConsoleCtrlHandler, (PHANDLER_ROUTINE handler, BOOL add),
+              (handler, add))
+PLAIN_SERVICE(SetInformationJobObject, 0, BOOL, SetInformationJobObject,
+              (HANDLE job, JOBOBJECTINFOCLASS what, LPVOID info, DWORD size), (job, what, info, size))
+PLAIN_SERVICE(AssignProcessToJobObject, 0, BOOL, AssignProcessToJobObject, (HANDLE job, HANDLE process), (job, process))
+PLAIN_SERVICE(ResumeThread, DWORD(-1), DWORD, ResumeThread, (HANDLE thread), (thread))
+PLAIN_SERVICE(WaitForSingleObject, WAIT_FAILED, DWORD, WaitForSingleObject, (HANDLE object, DWORD time), (object, time))
+PLAIN_SERVICE(GetExitCodeProcess, 0, BOOL, GetExitCodeProcess, (HANDLE process, DWORD *code), (process, code))
+PLAIN_SERVICE(time, -1, time_t, TIME, (time_t *result), (result))
+PLAIN_SERVICE(ctime, nullptr, char *, CTIME, (const time_t *time), (time))
+PLAIN_FUNCTION(gettimeofday, -1, int, gettimeofday, (timeval *now, void *zone), (now, zone))
+PLAIN_FUNCTION(fgets, nullptr, char *, fgets, (char *buffer, int size, FILE *file), (buffer, size, file))
+PLAIN_FUNCTION(fread, 0, size_t, fread, (void *buffer, size_t size, size_t count, FILE *file),
+               (buffer, size, count, file))
+PLAIN_FUNCTION(ferror, 1, int, ferror, (FILE *file), (file))
+PLAIN_FUNCTION(fputs, EOF, int, fputs, (const char *text, FILE *file), (text, file))
+PLAIN_FUNCTION(fflush, EOF, int, fflush, (FILE *file), (file))
+PLAIN_FUNCTION(kind_of, entry_kind::missing, entry_kind, _Z7kind_ofPKc, (const char *path), (path))
+PLAIN_FUNCTION(current_directory, nullptr, char *, _Z17current_directoryv, (void), ())
+PLAIN_FUNCTION(get_environment_value, 0, size_t, GET_ENVIRONMENT_VALUE, (const char *name, char *buffer, size_t size),
+               (name, buffer, size))
+PLAIN_FUNCTION(format_by_runtime, -1, int, FORMAT_BY_RUNTIME,
+               (char *buffer, size_t size, const char *format, va_list arguments), (buffer, size, format, arguments))
+// clang-format on
+
 SERVICE(DWORD, GetLastError, (void)) {
     return injected_error != 0 ? injected_error : REAL_SERVICE(GetLastError)();
-}
-
-SERVICE(DWORD, GetModuleFileNameA, (HMODULE module, LPSTR buffer, DWORD size)) {
-    return FAILS(GetModuleFileNameA) ? 0 : REAL_SERVICE(GetModuleFileNameA)(module, buffer, size);
-}
-
-SERVICE(DWORD, GetFullPathNameA, (LPCSTR path, DWORD size, LPSTR buffer, LPSTR *file_part)) {
-    return FAILS(GetFullPathNameA) ? 0 : REAL_SERVICE(GetFullPathNameA)(path, size, buffer, file_part);
-}
-
-SERVICE(BOOL, SetEnvironmentVariableA, (LPCSTR name, LPCSTR value)) {
-    return FAILS(SetEnvironmentVariableA) ? FALSE : REAL_SERVICE(SetEnvironmentVariableA)(name, value);
-}
-
-SERVICE(BOOL, SetConsoleCtrlHandler, (PHANDLER_ROUTINE handler, BOOL add)) {
-    return FAILS(SetConsoleCtrlHandler) ? FALSE : REAL_SERVICE(SetConsoleCtrlHandler)(handler, add);
 }
 
 SERVICE(HANDLE, CreateJobObjectA, (LPSECURITY_ATTRIBUTES attributes, LPCSTR name)) {
@@ -98,40 +125,17 @@ SERVICE(HANDLE, CreateJobObjectA, (LPSECURITY_ATTRIBUTES attributes, LPCSTR name
     return job;
 }
 
-SERVICE(BOOL, SetInformationJobObject, (HANDLE job, JOBOBJECTINFOCLASS info_class, LPVOID info, DWORD size)) {
-    return FAILS(SetInformationJobObject) ? FALSE : REAL_SERVICE(SetInformationJobObject)(job, info_class, info, size);
-}
-
 SERVICE(BOOL, CreateProcessA,
-        (LPCSTR application, LPSTR command_line, LPSECURITY_ATTRIBUTES process_attributes,
-         LPSECURITY_ATTRIBUTES thread_attributes, BOOL inherit_handles, DWORD flags, LPVOID environment,
-         LPCSTR directory, LPSTARTUPINFOA start_up, LPPROCESS_INFORMATION process)) {
-    const BOOL done =
-        FAILS(CreateProcessA)
-            ? FALSE
-            : REAL_SERVICE(CreateProcessA)(application, command_line, process_attributes, thread_attributes,
-                                           inherit_handles, flags, environment, directory, start_up, process);
-    if (done) {
-        open_handles += 2;
-        child = process->dwProcessId;
+        (LPCSTR application, LPSTR line, LPSECURITY_ATTRIBUTES of_process, LPSECURITY_ATTRIBUTES of_thread,
+         BOOL inherits, DWORD flags, LPVOID environment, LPCSTR folder, LPSTARTUPINFOA start_up,
+         LPPROCESS_INFORMATION process)) {
+    if (FAILS(CreateProcessA) || !REAL_SERVICE(CreateProcessA)(application, line, of_process, of_thread, inherits,
+                                                               flags, environment, folder, start_up, process)) {
+        return FALSE;
     }
-    return done;
-}
-
-SERVICE(BOOL, AssignProcessToJobObject, (HANDLE job, HANDLE process)) {
-    return FAILS(AssignProcessToJobObject) ? FALSE : REAL_SERVICE(AssignProcessToJobObject)(job, process);
-}
-
-SERVICE(DWORD, ResumeThread, (HANDLE thread)) {
-    return FAILS(ResumeThread) ? static_cast<DWORD>(-1) : REAL_SERVICE(ResumeThread)(thread);
-}
-
-SERVICE(DWORD, WaitForSingleObject, (HANDLE object, DWORD milliseconds)) {
-    return FAILS(WaitForSingleObject) ? WAIT_FAILED : REAL_SERVICE(WaitForSingleObject)(object, milliseconds);
-}
-
-SERVICE(BOOL, GetExitCodeProcess, (HANDLE process, DWORD *code)) {
-    return FAILS(GetExitCodeProcess) ? FALSE : REAL_SERVICE(GetExitCodeProcess)(process, code);
+    open_handles += 2;
+    child = process->dwProcessId;
+    return TRUE;
 }
 
 SERVICE(BOOL, CloseHandle, (HANDLE handle)) {
@@ -140,47 +144,8 @@ SERVICE(BOOL, CloseHandle, (HANDLE handle)) {
     return FAILS(CloseHandle) ? FALSE : done;
 }
 
-SERVICE(time_t, TIME, (time_t * result)) {
-    return FAILS(time) ? -1 : REAL_SERVICE(TIME)(result);
-}
-
-SERVICE(char *, CTIME, (const time_t *time)) {
-    return FAILS(ctime) ? nullptr : REAL_SERVICE(CTIME)(time);
-}
-
-// What is linked in whatever the system, under the linker's name for it.
-#define FUNCTION(type, name, parameters) FUNCTION_(type, name, parameters)
-#define FUNCTION_(type, name, parameters)                                                                              \
-    extern "C" type __real_##name parameters;                                                                          \
-    extern "C" type __wrap_##name parameters;                                                                          \
-    type __wrap_##name parameters
-
-FUNCTION(int, gettimeofday, (timeval * now, void *zone)) {
-    return FAILS(gettimeofday) ? -1 : __real_gettimeofday(now, zone);
-}
-
 FUNCTION(char *, getenv, (const char *name)) {
     return fails(name, 1) ? nullptr : __real_getenv(name);
-}
-
-FUNCTION(char *, fgets, (char *buffer, int size, FILE *file)) {
-    return FAILS(fgets) ? nullptr : __real_fgets(buffer, size, file);
-}
-
-FUNCTION(size_t, fread, (void *buffer, size_t size, size_t count, FILE *file)) {
-    return FAILS(fread) ? 0 : __real_fread(buffer, size, count, file);
-}
-
-FUNCTION(int, ferror, (FILE * file)) {
-    return FAILS(ferror) ? 1 : __real_ferror(file);
-}
-
-FUNCTION(int, fputs, (const char *text, FILE *file)) {
-    return FAILS(fputs) ? EOF : __real_fputs(text, file);
-}
-
-FUNCTION(int, fflush, (FILE * file)) {
-    return FAILS(fflush) ? EOF : __real_fflush(file);
 }
 
 FUNCTION(int, fclose, (FILE * file)) {
@@ -195,45 +160,21 @@ FUNCTION(FILE *, _Z14open_text_filePKcS0_, (const char *path, const char *mode))
     return file;
 }
 
-FUNCTION(entry_kind, _Z7kind_ofPKc, (const char *path)) {
-    return FAILS(kind_of) ? entry_kind::missing : __real__Z7kind_ofPKc(path);
-}
-
-FUNCTION(char *, _Z17current_directoryv, (void)) {
-    return FAILS(current_directory) ? nullptr : __real__Z17current_directoryv();
-}
-
-FUNCTION(size_t, GET_ENVIRONMENT_VALUE, (const char *name, char *buffer, size_t size)) {
-    return FAILS(get_environment_value) ? 0 : REAL(GET_ENVIRONMENT_VALUE)(name, buffer, size);
-}
-
-FUNCTION(int, FORMAT_BY_RUNTIME, (char *buffer, size_t size, const char *format, va_list arguments)) {
-    return FAILS(format_by_runtime) ? -1 : REAL(FORMAT_BY_RUNTIME)(buffer, size, format, arguments);
-}
-
-namespace {
-
 // All requests for memory are numbered together.
-bool memory_fails() {
+static bool memory_fails() {
     const bool refused = faults != nullptr && fails("memory", ++allocations);
     errno = refused ? ENOMEM : errno;
     return refused;
 }
 
-} // namespace
+#define MEMORY(type, name, parameters, arguments)                                                                      \
+    FUNCTION(type, name, parameters) {                                                                                 \
+        return memory_fails() ? nullptr : __real_##name arguments;                                                     \
+    }
 
-FUNCTION(void *, malloc, (size_t size)) {
-    return memory_fails() ? nullptr : __real_malloc(size);
-}
-
-FUNCTION(void *, calloc, (size_t count, size_t size)) {
-    return memory_fails() ? nullptr : __real_calloc(count, size);
-}
-
-FUNCTION(void *, realloc, (void *block, size_t size)) {
-    return memory_fails() ? nullptr : __real_realloc(block, size);
-}
-
-FUNCTION(char *, strdup, (const char *text)) {
-    return memory_fails() ? nullptr : __real_strdup(text);
-}
+// clang-format off
+MEMORY(void *, malloc, (size_t size), (size))
+MEMORY(void *, calloc, (size_t count, size_t size), (count, size))
+MEMORY(void *, realloc, (void *block, size_t size), (block, size))
+MEMORY(char *, strdup, (const char *text), (text))
+// clang-format on

@@ -12,43 +12,33 @@ const char *const LIBRARIES[] = {"kernel32.dll",       "kernelbase.dll",  "ntdll
                                  "user32.dll",         "imm32.dll",       "shell32.dll",         "vcruntime140.dll",
                                  "libgcc_s_seh-1.dll", "libstdc++-6.dll", "libwinpthread-1.dll", "libssp-0.dll"};
 
-void plant(const std::string &windows_path) {
-    fs::copy_file(own_file().parent_path() / "planted.dll", on_disk(windows_path));
-}
-
-bool was_loaded(const std::string &windows_path) {
-    return fs::exists(on_disk(windows_path + ".loaded"));
-}
-
 } // namespace
 
 TEST_F(launcher, loads_no_library_from_the_current_folder_or_from_path) {
-    put_file("C:\\L\\launcher.cfg", here("LAUNCH_MODE=ri\nJVM_HOME=C:\\J\nSHOW_START=true\nLOG_FILE_OR_DIR=a.log\n"));
-    put_folder("C:\\path");
+    configure("LAUNCH_MODE=ri\nJVM_HOME=C:\\J\nSHOW_START=true\nLOG_FILE_OR_DIR=a.log\n");
     for (const char *folder : {"C:\\work\\", "C:\\path\\"}) {
         for (const char *library : LIBRARIES) {
-            plant(std::string(folder) + library);
+            put_program("planted.dll", std::string(folder) + library);
         }
     }
     const std::string old_path = std::getenv("PATH");
     set_environment("PATH", here("C:\\path;") + old_path);
     for (const char *order : {"exit=0", "exit=9"}) {
-        const outcome result = run_launcher("C:\\L\\bin\\java.exe", {order});
-        EXPECT_NE(result.output.find(report("C:\\J\\bin\\java.exe", {order})), std::string::npos) << result.output;
+        const outcome result = run_launcher(LAUNCHER, {order});
+        EXPECT_NE(result.output.find(report(JAVA, {order})), std::string::npos) << result.output;
         EXPECT_EQ(result.status, order[5] - '0' + 0u);
     }
     for (const char *folder : {"C:\\work\\", "C:\\path\\"}) {
         for (const char *library : LIBRARIES) {
-            EXPECT_FALSE(was_loaded(std::string(folder) + library)) << library;
+            EXPECT_FALSE(fs::exists(on_disk(std::string(folder) + library + ".loaded"))) << library;
         }
     }
 
     // That it leaves a mark: by its path, and by its name from PATH.
-    plant("C:\\path\\only_planted.dll");
-    set_environment("PATH", here("C:\\path;") + old_path);
+    put_program("planted.dll", "C:\\path\\only_planted.dll");
     FreeLibrary(LoadLibraryA(here("C:\\work\\libssp-0.dll").c_str()));
     FreeLibrary(LoadLibraryA("only_planted.dll"));
     set_environment("PATH", old_path);
-    EXPECT_TRUE(was_loaded("C:\\work\\libssp-0.dll"));
-    EXPECT_TRUE(was_loaded("C:\\path\\only_planted.dll"));
+    EXPECT_TRUE(fs::exists(on_disk("C:\\work\\libssp-0.dll.loaded")));
+    EXPECT_TRUE(fs::exists(on_disk("C:\\path\\only_planted.dll.loaded")));
 }

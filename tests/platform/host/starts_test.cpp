@@ -35,7 +35,7 @@ TEST(starts, fail_at_once_and_end_with_a_code_and_have_no_other_descriptors) {
     EXPECT_EQ(run_script("no program", 0600), "error 5");
     EXPECT_EQ(run_script("no program", 0700), "error 193");
     EXPECT_EQ(waitpid(-1, nullptr, WNOHANG), -1) << "a zombie is left";
-    EXPECT_EQ(run_script("#!/bin/sh\nkill -TERM $$"), "exit 143");
+    EXPECT_EQ(run_script("#!/bin/sh\nkill -KILL $$"), "exit 137");
     EXPECT_EQ(run_script("#!/bin/sh\nexec ls /proc/self/fd"), "0\n1\n2\n3\nexit 0");
     signal(SIGCHLD, SIG_IGN);
     EXPECT_EQ(run_script("#!/bin/sh\nexit 6"), "exit 6");

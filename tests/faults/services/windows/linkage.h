@@ -9,8 +9,6 @@
 #define GET_ENVIRONMENT_VALUE _Z21get_environment_valuePKcPcy
 #define FORMAT_BY_RUNTIME _Z17format_by_runtimePcyPKcS_
 
-#define REAL(name) REAL_(name)
-#define REAL_(name) __real_##name
 #define REAL_SERVICE(name) REAL_SERVICE_(name)
 #define REAL_SERVICE_(name) __real___imp_##name
 #define SERVICE(type, name, parameters) SERVICE_(type, name, parameters)
