@@ -108,12 +108,16 @@ TEST_F(fault, of_a_service_of_the_start) {
         {"AssignProcessToJobObject=5", "", output_of_child, "", RAN, 0},
         {"AssignProcessToJobObject=6", "", invalid, "", GONE, 1},
         {"ResumeThread", "", invalid, "", GONE, 1},
+        {"ResumeThread TerminateProcess", "", invalid, "", GONE, 1},
         // The child is running: closing the job ends it.
         {"WaitForSingleObject", "", invalid, "", GONE, on_windows ? 259u : 259u % 256, {hold_order("C:\\work")}},
         {"GetExitCodeProcess=77", "", output_of_child + invalid, "", RAN, 77},
         {"CloseHandle", "", output_of_child, "", RAN, 0},
     };
     for (const auto &row : rows) {
+        if (on_windows && std::string(row.faults).ends_with("TerminateProcess")) {
+            continue; // the child is gone, but Wine keeps its file in use
+        }
         SCOPED_TRACE(row.faults);
         configure(row.configuration + "\nLAUNCH_MODE=ri\nJVM_HOME=C:\\J\n");
         const outcome result = run_with(row.faults, LAUNCHER, row.arguments);

@@ -96,6 +96,7 @@ PLAIN_SERVICE(SetInformationJobObject, 0, BOOL, SetInformationJobObject,
               (HANDLE job, JOBOBJECTINFOCLASS what, LPVOID info, DWORD size), (job, what, info, size))
 PLAIN_SERVICE(AssignProcessToJobObject, 0, BOOL, AssignProcessToJobObject, (HANDLE job, HANDLE process), (job, process))
 PLAIN_SERVICE(ResumeThread, DWORD(-1), DWORD, ResumeThread, (HANDLE thread), (thread))
+PLAIN_SERVICE(TerminateProcess, 0, BOOL, TerminateProcess, (HANDLE process, UINT code), (process, code))
 PLAIN_SERVICE(WaitForSingleObject, WAIT_FAILED, DWORD, WaitForSingleObject, (HANDLE object, DWORD time), (object, time))
 PLAIN_SERVICE(GetExitCodeProcess, 0, BOOL, GetExitCodeProcess, (HANDLE process, DWORD *code), (process, code))
 PLAIN_SERVICE(time, -1, time_t, TIME, (time_t *result), (result))
