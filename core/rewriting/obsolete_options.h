@@ -2,13 +2,15 @@
 #define CORE_REWRITING_OBSOLETE_OPTIONS_H
 
 /* The options that are dropped from a command line: tables alone, each ended by a null entry. An
- * argument is dropped when it begins with an entry (option_filters.h says which table it is held
- * against). They are here for C++ alone, whose compiler indexes them. */
+ * argument is dropped when it begins with an entry of the one table that takes its kind; each
+ * says which. The compiler refuses an entry of another kind, which could never match. They are
+ * here for C++ alone, whose compiler indexes them. */
 
 #ifdef __cplusplus
 extern "C" {
 
-// For every host: the settings of class data sharing that an agent does not go with.
+// Entries begin with "-Xshare:". For every host: the settings of class data sharing that an agent
+// does not go with.
 inline constexpr const char *IGNORE_ARGS[] = {
     "-Xshare:on",
     "-Xshare:auto",
@@ -17,18 +19,20 @@ inline constexpr const char *IGNORE_ARGS[] = {
 
 // For a Java 9 or later host, the options that it no longer accepts.
 
+// Entries begin with "-", but not with "-X".
 inline constexpr const char *JVM_11_OBSOLETE_HOST_ARGS[] = {
     "-d32",  "-d64", "-server", "-version:", "-jre-restrict-search", "-no-jre-restrict-search",
     nullptr,
 };
 
+// Entries begin with "-X", but not with "-XX:".
 inline constexpr const char *JVM_11_OBSOLETE_HOST_X_ARGS[] = {
     "-Xincgc",
     "-Xprof",
     nullptr,
 };
 
-// Options with a value.
+// Entries begin with "-XX:", and neither "+" nor "-" follows: options with a value.
 inline constexpr const char *JVM_11_OBSOLETE_HOST_XX_ARGS[] = {
     "-XX:AdaptiveSizePausePolicy=",
     "-XX:AdjustConcurrency=",
@@ -169,7 +173,7 @@ inline constexpr const char *JVM_11_OBSOLETE_HOST_XX_ARGS[] = {
     nullptr,
 };
 
-// Flags, as they follow "-XX:+" or "-XX:-".
+// Entries are names of flags, as they follow "-XX:+" or "-XX:-".
 inline constexpr const char *JVM_11_OBSOLETE_HOST_XX_BOOL_ARGS[] = {
     "AdjustConcurrency",
     "C1PatchInvokeDynamic",

@@ -18,14 +18,27 @@ bool begins_with(std::string_view text, std::string_view entry) {
            text.starts_with(entry);
 }
 
-// A table with its entries chained, in the table's order, by a hash of as many bytes after what
-// they all begin with as the shortest has: an argument meets only those that share the hash.
+// No constant expression may call this: it is how the compiler names the fault in a table.
+[[maybe_unused]] void error_entry_can_never_match() {}
+
+// A hash table. All entries share a prefix; the hash covers the bytes after it, as many as the
+// shortest entry has. Entries with the same hash are chained in the table's order.
 template <size_t Size>
 class prefix_table {
 public:
-    constexpr prefix_table(const char *const (&table)[Size], std::string_view common)
+    // Arguments that begin with one of `elsewhere` are not held against this table.
+    consteval prefix_table(const char *const (&table)[Size], std::string_view common,
+                           std::initializer_list<std::string_view> elsewhere = {})
         : common_length(common.size()) {
         for (size_t i = 0; i < Size - 1; i++) {
+            const std::string_view entry = table[i];
+            bool can_match = entry.starts_with(common) && entry.size() > common_length;
+            for (const std::string_view prefix : elsewhere) {
+                can_match = can_match && !entry.starts_with(prefix);
+            }
+            if (!can_match) {
+                error_entry_can_never_match();
+            }
             entries[i] = table[i] + common_length;
             hashed_length = std::min(hashed_length, entries[i].size());
         }
@@ -70,10 +83,11 @@ private:
 };
 
 constexpr prefix_table ALWAYS_IGNORED(IGNORE_ARGS, "-Xshare:");
-constexpr prefix_table OBSOLETE(JVM_11_OBSOLETE_HOST_ARGS, "-");
-constexpr prefix_table OBSOLETE_X(JVM_11_OBSOLETE_HOST_X_ARGS, "-X");
-constexpr prefix_table OBSOLETE_XX(JVM_11_OBSOLETE_HOST_XX_ARGS, "-XX:");
-constexpr prefix_table OBSOLETE_XX_FLAGS(JVM_11_OBSOLETE_HOST_XX_BOOL_ARGS, "");
+constexpr prefix_table OBSOLETE(JVM_11_OBSOLETE_HOST_ARGS, "-", {"-X"});
+constexpr prefix_table OBSOLETE_X(JVM_11_OBSOLETE_HOST_X_ARGS, "-X", {"-XX:"});
+constexpr prefix_table OBSOLETE_XX(JVM_11_OBSOLETE_HOST_XX_ARGS, "-XX:", {"-XX:+", "-XX:-"});
+// No flag's name begins with a sign: it stands before the name.
+constexpr prefix_table OBSOLETE_XX_FLAGS(JVM_11_OBSOLETE_HOST_XX_BOOL_ARGS, "", {"+", "-"});
 
 bool begins_with_entry(std::string_view text, char *const *entries, int count) {
     for (int i = 0; i < count; i++) {
