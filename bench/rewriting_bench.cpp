@@ -23,19 +23,19 @@ size_t current_directory_calls = 0;
 } // namespace
 
 extern "C" {
-entry_kind __real__Z7kind_ofPKc(const char *path);
-entry_kind __wrap__Z7kind_ofPKc(const char *path);
-char *__real__Z17current_directoryv();
-char *__wrap__Z17current_directoryv();
+entry_kind __real_kind_of(const char *path);
+entry_kind __wrap_kind_of(const char *path);
+char *__real_current_directory();
+char *__wrap_current_directory();
 
-entry_kind __wrap__Z7kind_ofPKc(const char *path) {
+entry_kind __wrap_kind_of(const char *path) {
     queries++;
-    return __real__Z7kind_ofPKc(path);
+    return __real_kind_of(path);
 }
 
-char *__wrap__Z17current_directoryv() {
+char *__wrap_current_directory() {
     current_directory_calls++;
-    return __real__Z17current_directoryv();
+    return __real_current_directory();
 }
 }
 

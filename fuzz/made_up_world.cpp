@@ -30,7 +30,7 @@ bool names_file(std::string_view path) {
 } // namespace
 
 // kind_of
-WRAP(entry_kind, _Z7kind_ofPKc, (const char *path)) {
+WRAP(entry_kind, kind_of, (const char *path)) {
     if (!is_possible(path) || is_named(path, world.missing)) {
         return entry_kind::missing;
     }
@@ -45,7 +45,7 @@ WRAP(entry_kind, _Z7kind_ofPKc, (const char *path)) {
 }
 
 // open_text_file
-WRAP(FILE *, _Z14open_text_filePKcS0_, (const char *path, const char *mode)) {
+WRAP(FILE *, open_text_file, (const char *path, const char *mode)) {
     const bool is_accessible = strchr(path, '!') == nullptr;
     if (*mode == 'w') {
         world.has_log = is_accessible && is_possible(path);
@@ -93,7 +93,7 @@ WRAP(char *, getenv, (const char *name)) {
 }
 
 // get_environment_value
-WRAP(size_t, _Z21get_environment_valuePKcPcm, (const char *name, char *buffer, size_t size)) {
+WRAP(size_t, get_environment_value, (const char *name, char *buffer, size_t size)) {
     std::string &value = world.changes.count(name) == 1 ? world.changes[name] : world.variables[name];
     const size_t length = value.size();
     if (length < size) {

@@ -40,14 +40,15 @@ inline unsigned char class_of(char byte) {
 }
 
 // Per state, the bytes that are passed over: they neither change the state nor end a piece.
-constexpr unsigned char PASSED_OVER[] = {
-    /* FIND_NEXT    */ BLANK | LINE_END,
-    /* IN_COMMENT   */ ORDINARY | BLANK | COMMENT_SIGN | BACKSLASH | QUOTE | NULL_BYTE,
-    /* IN_QUOTE     */ ORDINARY | BLANK | COMMENT_SIGN,
-    /* IN_ESCAPE    */ 0,
-    /* SKIP_LEAD_WS */ BLANK | LINE_END,
-    /* IN_TOKEN     */ ORDINARY | BACKSLASH,
-};
+constexpr std::array<unsigned char, IN_TOKEN + 1> PASSED_OVER = [] {
+    std::array<unsigned char, IN_TOKEN + 1> classes{};
+    classes[FIND_NEXT] = classes[SKIP_LEAD_WS] = BLANK | LINE_END;
+    classes[IN_COMMENT] = ORDINARY | BLANK | COMMENT_SIGN | BACKSLASH | QUOTE | NULL_BYTE;
+    classes[IN_QUOTE] = ORDINARY | BLANK | COMMENT_SIGN;
+    classes[IN_ESCAPE] = 0;
+    classes[IN_TOKEN] = ORDINARY | BACKSLASH;
+    return classes;
+}();
 
 // Every byte that is not ordinary is below this one, the backslash aside.
 constexpr unsigned char ALL_ORDINARY_FROM = '(';

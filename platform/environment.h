@@ -6,6 +6,6 @@
 // GetEnvironmentVariableA, with its results, for values in any script: the length of the value of a
 // variable of the environment that child processes receive; 0 when it is unset or empty; the size
 // needed, with the terminator, when that is more than `size`.
-size_t get_environment_value(const char *name, char *buffer, size_t size);
+extern "C" size_t get_environment_value(const char *name, char *buffer, size_t size);
 
 #endif

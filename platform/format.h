@@ -8,6 +8,6 @@
 // their own, a third of the launcher's size. Returns the length of the whole text, negative on
 // failure; `buffer` may be null with a size of 0, and is otherwise large enough for the text and
 // its terminator.
-int format_by_runtime(char *buffer, size_t size, const char *format, va_list arguments);
+extern "C" int format_by_runtime(char *buffer, size_t size, const char *format, va_list arguments);
 
 #endif

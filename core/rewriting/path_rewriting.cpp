@@ -81,8 +81,8 @@ bool resolve_prefix(path_list_walk &walk, text_buffer &prefix) {
     return true;
 }
 
-// Of the separators at the end of a path the system passes over one, except after a drive: at such
-// a prefix stands nothing, although something may stand below it.
+// Windows ignores one trailing separator, not two, except after a drive: such a prefix never
+// exists, but a longer path may.
 bool has_surplus_separator(std::string_view prefix) {
     return prefix.size() > strlen("C:\\\\") && prefix.ends_with("\\\\");
 }

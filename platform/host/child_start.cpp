@@ -42,9 +42,8 @@ void restore_signals(const child_plan &plan) {
     sigprocmask(SIG_SETMASK, &plan.mask, nullptr);
 }
 
-// The child's way to its program, in the memory of the parent, which waits. Tracing is asked for
-// last: a signal that stopped the child before execve() could never be dealt with by a waiting
-// parent.
+// Runs in the vfork child. Tracing starts last: a traced child stops at any signal, and its parent
+// cannot continue it before execve().
 [[noreturn]] void become_program(const child_plan &plan) {
     prctl(PR_SET_PDEATHSIG, SIGKILL);
     if (getppid() != plan.parent) {

@@ -241,8 +241,8 @@ WRAP_ALLOCATION(void *, realloc, (void *block, size_t size), block, size)
 WRAP_ALLOCATION(char *, strdup, (const char *text), text)
 
 // One file can be opened but not read.
-FILE *__real__Z14open_text_filePKcS0_(const char *path, const char *mode);
-FILE *__wrap__Z14open_text_filePKcS0_(const char *path, const char *mode) {
-    return strcmp(path, "unreadable") == 0 ? fopen(path, "w") : __real__Z14open_text_filePKcS0_(path, mode);
+FILE *__real_open_text_file(const char *path, const char *mode);
+FILE *__wrap_open_text_file(const char *path, const char *mode) {
+    return strcmp(path, "unreadable") == 0 ? fopen(path, "w") : __real_open_text_file(path, mode);
 }
 }

@@ -17,20 +17,20 @@ static struct disk_queries {
 
 // The linker hands the product's calls of kind_of() and current_directory() to these.
 extern "C" {
-entry_kind __real__Z7kind_ofPKc(const char *path);
-entry_kind __wrap__Z7kind_ofPKc(const char *path);
-char *__real__Z17current_directoryv();
-char *__wrap__Z17current_directoryv();
+entry_kind __real_kind_of(const char *path);
+entry_kind __wrap_kind_of(const char *path);
+char *__real_current_directory();
+char *__wrap_current_directory();
 }
 
-entry_kind __wrap__Z7kind_ofPKc(const char *path) {
+entry_kind __wrap_kind_of(const char *path) {
     asked.paths.push_back(path);
-    return __real__Z7kind_ofPKc(path);
+    return __real_kind_of(path);
 }
 
-char *__wrap__Z17current_directoryv() {
+char *__wrap_current_directory() {
     asked.current_directory++;
-    return __real__Z17current_directoryv();
+    return __real_current_directory();
 }
 
 namespace {

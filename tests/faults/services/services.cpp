@@ -108,11 +108,11 @@ PLAIN_FUNCTION(fread, 0, size_t, fread, (void *buffer, size_t size, size_t count
 PLAIN_FUNCTION(ferror, 1, int, ferror, (FILE *file), (file))
 PLAIN_FUNCTION(fputs, EOF, int, fputs, (const char *text, FILE *file), (text, file))
 PLAIN_FUNCTION(fflush, EOF, int, fflush, (FILE *file), (file))
-PLAIN_FUNCTION(kind_of, entry_kind::missing, entry_kind, _Z7kind_ofPKc, (const char *path), (path))
-PLAIN_FUNCTION(current_directory, nullptr, char *, _Z17current_directoryv, (void), ())
-PLAIN_FUNCTION(get_environment_value, 0, size_t, GET_ENVIRONMENT_VALUE, (const char *name, char *buffer, size_t size),
+PLAIN_FUNCTION(kind_of, entry_kind::missing, entry_kind, kind_of, (const char *path), (path))
+PLAIN_FUNCTION(current_directory, nullptr, char *, current_directory, (void), ())
+PLAIN_FUNCTION(get_environment_value, 0, size_t, get_environment_value, (const char *name, char *buffer, size_t size),
                (name, buffer, size))
-PLAIN_FUNCTION(format_by_runtime, -1, int, FORMAT_BY_RUNTIME,
+PLAIN_FUNCTION(format_by_runtime, -1, int, format_by_runtime,
                (char *buffer, size_t size, const char *format, va_list arguments), (buffer, size, format, arguments))
 // clang-format on
 
@@ -154,9 +154,9 @@ FUNCTION(int, fclose, (FILE * file)) {
     return FAILS(fclose) ? (__real_fclose(file), EOF) : __real_fclose(file);
 }
 
-FUNCTION(FILE *, _Z14open_text_filePKcS0_, (const char *path, const char *mode)) {
+FUNCTION(FILE *, open_text_file, (const char *path, const char *mode)) {
     const bool is_refused = *mode == 'r' ? FAILS(open_to_read) : FAILS(open_to_write);
-    FILE *file = is_refused ? nullptr : __real__Z14open_text_filePKcS0_(path, mode);
+    FILE *file = is_refused ? nullptr : __real_open_text_file(path, mode);
     open_streams += file != nullptr;
     return file;
 }

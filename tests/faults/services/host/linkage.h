@@ -5,8 +5,6 @@
 
 #define TIME time
 #define CTIME ctime
-#define GET_ENVIRONMENT_VALUE _Z21get_environment_valuePKcPcm
-#define FORMAT_BY_RUNTIME _Z17format_by_runtimePcmPKcP13__va_list_tag
 
 #define REAL_SERVICE REAL
 #define SERVICE FUNCTION

@@ -6,8 +6,6 @@
 
 #define TIME _time64
 #define CTIME _ctime64
-#define GET_ENVIRONMENT_VALUE _Z21get_environment_valuePKcPcy
-#define FORMAT_BY_RUNTIME _Z17format_by_runtimePcyPKcS_
 
 #define REAL_SERVICE(name) REAL_SERVICE_(name)
 #define REAL_SERVICE_(name) __real___imp_##name
