@@ -12,12 +12,6 @@
 
 namespace {
 
-char *put_text(char *to, const char *text) {
-    const size_t length = strlen(text);
-    memcpy(to, text, length);
-    return to + length;
-}
-
 text_ptr join_command_line(const char *command, char *const *argv, int argc) {
     size_t size = strlen(command) + 1;
     for (int i = 1; i < argc; i++) {

@@ -6,7 +6,7 @@
 #include "platform/windows_services.h"
 
 int is_space(char c) {
-    return c == ' ' || (c >= '\t' && c <= '\r') ? 1 : 0;
+    return is_white_space(c) ? 1 : 0;
 }
 
 std::string_view trimmed(std::string_view text) {

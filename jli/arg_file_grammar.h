@@ -9,8 +9,6 @@
 #include <cstdint>
 #include <cstring>
 
-#include "jli/args.h"
-
 // One bit each, so that classes can be put together.
 enum byte_class : unsigned char {
     ORDINARY = 1,
@@ -39,17 +37,6 @@ inline unsigned char class_of(char byte) {
     return BYTE_CLASSES[static_cast<unsigned char>(byte)];
 }
 
-// Per state, the bytes that are passed over: they neither change the state nor end a piece.
-constexpr std::array<unsigned char, IN_TOKEN + 1> PASSED_OVER = [] {
-    std::array<unsigned char, IN_TOKEN + 1> classes{};
-    classes[FIND_NEXT] = classes[SKIP_LEAD_WS] = BLANK | LINE_END;
-    classes[IN_COMMENT] = ORDINARY | BLANK | COMMENT_SIGN | BACKSLASH | QUOTE | NULL_BYTE;
-    classes[IN_QUOTE] = ORDINARY | BLANK | COMMENT_SIGN;
-    classes[IN_ESCAPE] = 0;
-    classes[IN_TOKEN] = ORDINARY | BACKSLASH;
-    return classes;
-}();
-
 // Every byte that is not ordinary is below this one, the backslash aside.
 constexpr unsigned char ALL_ORDINARY_FROM = '(';
 
@@ -67,10 +54,9 @@ inline unsigned count_ordinary(const char *at) {
     return static_cast<unsigned>(std::countr_zero((low | backslash) & HIGH_BITS)) / 8;
 }
 
-// The first byte from `at` on that the state does not pass over, or `end`. Most bytes are ordinary:
-// eight of them are passed over at a time.
-inline const char *end_of_run(const char *at, const char *end, ArgFileState state) {
-    const unsigned char passed_over = PASSED_OVER[state];
+// The first byte from `at` on that is of none of the classes `passed_over`, or `end`. Most bytes
+// are ordinary: eight of them are passed over at a time.
+inline const char *end_of_run(const char *at, const char *end, unsigned char passed_over) {
     while ((passed_over & ORDINARY) != 0 && end - at >= 8) {
         const unsigned ordinary = count_ordinary(at);
         at += ordinary;

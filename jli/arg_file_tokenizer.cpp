@@ -1,7 +1,8 @@
-#include "jli/args.h"
+#include "jli/arg_file_tokenizer.h"
 
 #include <cstring>
 
+#include "jli/arg_bookkeeping.h"
 #include "jli/arg_file_grammar.h"
 #include "jli/text.h"
 
@@ -12,6 +13,17 @@ constexpr size_t PIECES_CAPACITY = 4;
 
 // Most pieces are short: a copy of this fixed size is several times faster than a call of memcpy().
 constexpr ptrdiff_t SHORT_PIECE = 16;
+
+// Per state, the bytes that are passed over: they neither change the state nor end a piece.
+constexpr std::array<unsigned char, IN_TOKEN + 1> PASSED_OVER = [] {
+    std::array<unsigned char, IN_TOKEN + 1> classes{};
+    classes[FIND_NEXT] = classes[SKIP_LEAD_WS] = BLANK | LINE_END;
+    classes[IN_COMMENT] = ORDINARY | BLANK | COMMENT_SIGN | BACKSLASH | QUOTE | NULL_BYTE;
+    classes[IN_QUOTE] = ORDINARY | BLANK | COMMENT_SIGN;
+    classes[IN_ESCAPE] = 0;
+    classes[IN_TOKEN] = ORDINARY | BACKSLASH;
+    return classes;
+}();
 
 // The pieces that one call of nextToken() completes. They are gathered on the stack: most tokens
 // end in the block in which they begin, and then nothing but the token itself goes to the heap.
@@ -158,7 +170,7 @@ char *nextToken(ArgFileContext *context) {
     ArgFileState state = context->state;
     new_pieces pieces(context->pieces, end);
 
-    while ((nextc = end_of_run(nextc, end, state)) < end) {
+    while ((nextc = end_of_run(nextc, end, PASSED_OVER[state])) < end) {
         const unsigned char kind = class_of(*nextc);
         switch (state) {
         case FIND_NEXT:

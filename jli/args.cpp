@@ -1,30 +1,12 @@
 #include "jli/args.h"
 
-#include <cstdint>
 #include <cstdlib>
 #include <cstring>
 
-#include "jli/option_names.h"
 #include "jli/text.h"
 #include "platform/files.h"
 
 namespace {
-
-// Position of the first application argument in the numbering of argsCount; -1: none yet, 0: the
-// caller has Java arguments of its own.
-int32_t firstAppArgIndex = -1;
-
-// One more than the number of arguments checked.
-size_t argsCount = 1;
-
-// The argument checked last is an option whose value is the next argument.
-bool expectingNoDashArg = false;
-
-// "@" arguments are not expanded any more.
-bool stopExpansion = false;
-
-// The bookkeeping was reset after arguments had been checked.
-bool relaunch = false;
 
 void report(const char *format, va_list arguments) {
     if (JLI_IsTraceLauncher() == 0) {
@@ -51,12 +33,8 @@ text_ptr place_of(const char *variable_name) {
                                     : format_text("environment variable %s", variable_name);
 }
 
-bool is_whitespace(char byte) {
-    return byte == ' ' || (byte >= '\t' && byte <= '\r');
-}
-
 const char *skip_whitespace(const char *text) {
-    while (is_whitespace(*text)) {
+    while (is_white_space(*text)) {
         text++;
     }
     return text;
@@ -65,7 +43,7 @@ const char *skip_whitespace(const char *text) {
 // Copies the token at `text` to `out`, terminated. `text` goes to the token's end; returned is what
 // follows the copy. Quotes count only in a variable.
 char *copy_token(const char *&text, char *out, const char *variable_name) {
-    while (*text != '\0' && !is_whitespace(*text)) {
+    while (*text != '\0' && !is_white_space(*text)) {
         const char byte = *text++;
         if (variable_name == nullptr || (byte != '"' && byte != '\'')) {
             *out++ = byte;
@@ -109,51 +87,11 @@ bool add_token(JLI_List args, char *token, const char *variable_name) {
 
 } // namespace
 
-void JLI_InitArgProcessing(int has_java_args, int disable_arg_files) {
-    if (argsCount != 1) {
-        relaunch = true;
-        stopExpansion = true;
-        argsCount = 1;
-    } else {
-        stopExpansion = disable_arg_files != 0;
-    }
-    expectingNoDashArg = false;
-    firstAppArgIndex = has_java_args != 0 ? 0 : -1;
-}
-
-int JLI_GetAppArgIndex() {
-    return firstAppArgIndex;
-}
-
-void checkArg(const char *arg) {
-    argsCount++;
-    bool is_app_arg = false;
-    if (*arg == '-') {
-        // The name after --module or -m is no option value: it begins the application's arguments.
-        expectingNoDashArg = IsWhiteSpaceOption(arg) && !IsLauncherMainOption(arg);
-        if (strcmp(arg, DISABLE_ARG_FILES_OPTION) == 0) {
-            stopExpansion = true;
-        } else {
-            is_app_arg = JLI_StrCCmp(arg, MODULE_PREFIX) == 0;
-        }
-    } else {
-        is_app_arg = !expectingNoDashArg;
-        expectingNoDashArg = false;
-    }
-    if (firstAppArgIndex == -1 && is_app_arg) {
-        firstAppArgIndex = static_cast<int32_t>(argsCount);
-    }
-}
-
-int isTerminalOpt(const char *arg) {
-    return is_one_of(TERMINAL_OPTIONS, arg) || JLI_StrCCmp(arg, MODULE_PREFIX) == 0;
-}
-
 JLI_List JLI_PreprocessArg(const char *arg, int expand_source_opt) {
-    if (firstAppArgIndex > 0) {
+    if (JLI_GetAppArgIndex() > 0) {
         return nullptr;
     }
-    if (stopExpansion) {
+    if (!expands_arg_files()) {
         checkArg(arg);
         return nullptr;
     }
@@ -196,7 +134,7 @@ JLI_List expandArgFile(const char *path) {
 
 int JLI_AddArgsFromEnvVar(JLI_List args, const char *name) {
     const char *value = getenv(name);
-    if (firstAppArgIndex == 0 || relaunch || value == nullptr) {
+    if (!expands_variables() || value == nullptr) {
         return 0;
     }
     JLI_ReportMessage("NOTE: Picked up %s: %s", name, value);
@@ -213,7 +151,7 @@ int expand(JLI_List args, const char *text, const char *variable_name) {
             // From here on the list's strings lie in the block.
             (void)block.release();
         }
-        if (firstAppArgIndex != -1) {
+        if (JLI_GetAppArgIndex() != -1) {
             report_and_exit("Error: Cannot specify main class in %s",
                             place_of(variable_name).get());
         }

@@ -1,6 +1,5 @@
 #include "jli/jli_util.h"
 
-#include <cstdlib>
 #include <cstring>
 #include <strings.h>
 
@@ -11,44 +10,12 @@ namespace {
 
 int _launcher_debug = 0;
 
-// A block that could not be had ends the process; the wrapped function's name says which.
-template <typename Block>
-Block *or_exit(Block *block, const char *function) {
-    if (block == nullptr) {
-        perror(function);
-        exit(1);
-    }
-    return block;
-}
-
-char *append(char *end, const char *text) {
-    const size_t length = strlen(text);
-    memcpy(end, text, length);
-    return end + length;
-}
-
 bool is_launcher_option(std::string_view arg) {
     return is_one_of(CLASS_PATH_OPTIONS, arg) || is_one_of(LAUNCHER_MAIN_OPTIONS, arg) ||
-           is_one_of(OTHER_LAUNCHER_OPTIONS, arg);
+           is_one_of(DESCRIBE_MODULE_OPTIONS, arg) || is_one_of(SOURCE_OPTIONS, arg);
 }
 
 } // namespace
-
-void *JLI_MemAlloc(size_t size) {
-    return or_exit(malloc(size), "malloc");
-}
-
-void *JLI_MemRealloc(void *block, size_t size) {
-    return or_exit(realloc(block, size), "realloc");
-}
-
-char *JLI_StringDup(const char *text) {
-    return or_exit(strdup(text), "strdup");
-}
-
-void JLI_MemFree(void *block) {
-    free(block);
-}
 
 JLI_List JLI_List_new(size_t capacity) {
     JLI_List list = static_cast<JLI_List>(JLI_MemAlloc(sizeof(JLI_List_)));
@@ -99,7 +66,7 @@ char *JLI_List_combine(JLI_List list) {
     char *combined = static_cast<char *>(JLI_MemAlloc(size));
     char *end = combined;
     for (size_t i = 0; i < list->size; i++) {
-        end = append(end, list->elements[i]);
+        end = put_text(end, list->elements[i]);
     }
     *end = '\0';
     return combined;
@@ -116,7 +83,7 @@ char *JLI_List_join(JLI_List list, char separator) {
         if (i > 0) {
             *end++ = separator;
         }
-        end = append(end, list->elements[i]);
+        end = put_text(end, list->elements[i]);
     }
     *end = '\0';
     return joined;

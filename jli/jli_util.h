@@ -6,19 +6,11 @@
 #include <stddef.h>
 #include <stdio.h>
 
+#include "jli/memory.h"
+
 #ifdef __cplusplus
 extern "C" {
 #endif
-
-/* ---- Memory ----
- * Each call succeeds or ends the process with status 1 after perror() has said why on standard
- * error ("malloc", "realloc", "strdup"). Blocks belong to the caller and are given back with
- * JLI_MemFree(), which is free(). */
-
-void *JLI_MemAlloc(size_t size);
-void *JLI_MemRealloc(void *block, size_t size);
-char *JLI_StringDup(const char *text);
-void JLI_MemFree(void *block);
 
 /* ---- String lists ----
  * A growable array of heap strings. A list owns its strings. `capacity` is at least 1 and only
@@ -76,12 +68,6 @@ int IsLongFormModuleOption(const char *arg);
 int IsWhiteSpaceOption(const char *arg);
 
 /* ---- Trace ---- */
-
-#ifdef __GNUC__
-#define JLI_PRINTF_LIKE(text, first) __attribute__((format(__printf__, text, first)))
-#else
-#define JLI_PRINTF_LIKE(text, first)
-#endif
 
 /* The open trace log, or null. It is part of the launcher state (core/jlp_vars.h): opened by the
  * configuration, closed once the child has ended. */

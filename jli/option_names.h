@@ -10,8 +10,8 @@ constexpr std::string_view CLASS_PATH_OPTIONS[] = {"-classpath", "-cp", "--class
 
 constexpr std::string_view LAUNCHER_MAIN_OPTIONS[] = {"--module", "-m"};
 
-// Launcher options besides the class path and the main module.
-constexpr std::string_view OTHER_LAUNCHER_OPTIONS[] = {"--describe-module", "-d", "--source"};
+constexpr std::string_view DESCRIBE_MODULE_OPTIONS[] = {"--describe-module", "-d"};
+constexpr std::string_view SOURCE_OPTIONS[] = {"--source"};
 
 constexpr std::string_view MODULE_OPTIONS[] = {
     "--module-path", "-p",          "--upgrade-module-path", "--add-modules",  "--limit-modules",

@@ -36,9 +36,13 @@ void print_text(FILE *stream, const text_ptr &text) {
 
 text_ptr copy_text(std::string_view text) {
     text_ptr copy(static_cast<char *>(JLI_MemAlloc(text.size() + 1)));
-    memcpy(copy.get(), text.data(), text.size());
-    copy.get()[text.size()] = '\0';
+    *put_text(copy.get(), text) = '\0';
     return copy;
+}
+
+char *put_text(char *to, std::string_view text) {
+    memcpy(to, text.data(), text.size());
+    return to + text.size();
 }
 
 char *new_text_buffer() {

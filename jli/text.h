@@ -6,6 +6,7 @@
 // size, or, where the place for it is given, refused.
 
 #include <cstdarg>
+#include <cstdio>
 #include <cstdlib>
 #include <memory>
 #include <string_view>
@@ -29,6 +30,14 @@ text_ptr format_text_list(const char *format, va_list arguments) JLI_PRINTF_LIKE
 void print_text(FILE *stream, const text_ptr &text);
 
 text_ptr copy_text(std::string_view text);
+
+// Copies `text` to `to`, without a terminator; returned is what follows the copy.
+char *put_text(char *to, std::string_view text);
+
+// Blank, tab, line feed, vertical tab, form feed and carriage return.
+inline bool is_white_space(char byte) {
+    return byte == ' ' || (byte >= '\t' && byte <= '\r');
+}
 
 // A new, empty text of TEXT_SIZE bytes.
 char *new_text_buffer();

@@ -9,23 +9,10 @@
 #include "core/rewriting/option_filters.h"
 #include "core/rewriting/path_rewriting.h"
 #include "core/state_arrays.h"
+#include "jli/option_names.h"
 #include "jli/text.h"
 
 namespace {
-
-constexpr std::string_view MODULE_VALUE_OPTIONS[] = {
-    "-p",
-    "--module-path",
-    "--upgrade-module-path",
-    "-d",
-    "--describe-module",
-    "--add-modules",
-    "--limit-modules",
-    "--add-exports",
-    "--add-opens",
-    "--add-reads",
-    "--patch-module",
-};
 
 constexpr int SMALLEST_HEAP_MEGABYTES = 256;
 constexpr size_t MEMORY_VALUE_SIZE = 50;
@@ -76,14 +63,8 @@ bool is_class_path_assignment(std::string_view arg) {
 }
 
 bool is_module_value_option(std::string_view arg) {
-    if (is_host_java_9_plus) {
-        for (const std::string_view option : MODULE_VALUE_OPTIONS) {
-            if (arg == option) {
-                return true;
-            }
-        }
-    }
-    return false;
+    return is_host_java_9_plus &&
+           (is_one_of(MODULE_OPTIONS, arg) || is_one_of(DESCRIBE_MODULE_OPTIONS, arg));
 }
 
 bool ends_options(std::string_view arg) {

@@ -1,0 +1,78 @@
+#include "jli/arg_bookkeeping.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <cstring>
+
+#include "jli/jli_util.h"
+#include "jli/option_names.h"
+
+namespace {
+
+struct {
+    // Position of the first application argument in the numbering of argsCount; -1: none yet, 0:
+    // the caller has Java arguments of its own.
+    int32_t firstAppArgIndex = -1;
+    // One more than the number of arguments checked.
+    size_t argsCount = 1;
+    // The argument checked last is an option whose value is the next argument.
+    bool expectingNoDashArg = false;
+    // "@" arguments are not expanded any more.
+    bool stopExpansion = false;
+    // The bookkeeping was reset after arguments had been checked.
+    bool relaunch = false;
+} seen;
+
+} // namespace
+
+void JLI_InitArgProcessing(int has_java_args, int disable_arg_files) {
+    if (seen.argsCount != 1) {
+        seen.relaunch = true;
+        seen.stopExpansion = true;
+        seen.argsCount = 1;
+    } else {
+        seen.stopExpansion = disable_arg_files != 0;
+    }
+    seen.expectingNoDashArg = false;
+    seen.firstAppArgIndex = has_java_args != 0 ? 0 : -1;
+}
+
+void JLI_ResetArgProcessing() {
+    seen = {};
+}
+
+int JLI_GetAppArgIndex() {
+    return seen.firstAppArgIndex;
+}
+
+void checkArg(const char *arg) {
+    seen.argsCount++;
+    bool is_app_arg = false;
+    if (*arg == '-') {
+        // The name after --module or -m is no option value: it begins the application's arguments.
+        seen.expectingNoDashArg = IsWhiteSpaceOption(arg) && !IsLauncherMainOption(arg);
+        if (strcmp(arg, DISABLE_ARG_FILES_OPTION) == 0) {
+            seen.stopExpansion = true;
+        } else {
+            is_app_arg = JLI_StrCCmp(arg, MODULE_PREFIX) == 0;
+        }
+    } else {
+        is_app_arg = !seen.expectingNoDashArg;
+        seen.expectingNoDashArg = false;
+    }
+    if (seen.firstAppArgIndex == -1 && is_app_arg) {
+        seen.firstAppArgIndex = static_cast<int32_t>(seen.argsCount);
+    }
+}
+
+int isTerminalOpt(const char *arg) {
+    return is_one_of(TERMINAL_OPTIONS, arg) || JLI_StrCCmp(arg, MODULE_PREFIX) == 0;
+}
+
+bool expands_arg_files() {
+    return !seen.stopExpansion;
+}
+
+bool expands_variables() {
+    return seen.firstAppArgIndex != 0 && !seen.relaunch;
+}
