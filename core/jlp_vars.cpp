@@ -63,3 +63,4 @@ char *updated_options_for_var[VARIABLE_SLOTS];
 int updated_options_for_var_count = 0;
 char *options_for_quorvel_guest_var[VARIABLE_SLOTS];
 int options_for_quorvel_guest_var_count = 0;
+int is_taking_container_options = 0;

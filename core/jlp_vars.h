@@ -1,7 +1,7 @@
 #ifndef CORE_JLP_VARS_H
 #define CORE_JLP_VARS_H
 
-/* The launcher state: every global of the launcher core, defined once in jlp_vars.cpp.
+/* The launcher state: the globals of the launcher core, defined once in jlp_vars.cpp.
  *
  * One thread reads and writes it by name; nothing is locked. Texts are narrow, null-terminated heap
  * strings in the active code page, released with free(). A text that is filled or extended in place
@@ -9,7 +9,9 @@
  * null and every count and flag 0, unless the line says otherwise.
  *
  * The trace log LOG_FILE_FD belongs to the state too; it is declared in jli/jli_util.h, because the
- * trace function below the core writes to it. */
+ * trace function below the core writes to it. Besides the state a process keeps: whether it traces
+ * (jli/jli_util.h), the bookkeeping of arguments (jli/arg_bookkeeping.h), and while a command line
+ * is rewritten what its path lists have found on the disk (core/rewriting/path_rewriting.h). */
 
 #include "jli/jli_util.h"
 
@@ -119,6 +121,10 @@ extern char *updated_options_for_var[VARIABLE_SLOTS];
 extern int updated_options_for_var_count;
 extern char *options_for_quorvel_guest_var[VARIABLE_SLOTS];
 extern int options_for_quorvel_guest_var_count;
+
+/* 1 while the mode "advanced" takes its container options: an option of "_JAVA_OPTIONS" that ends
+ * the options would start the same again, without end. */
+extern int is_taking_container_options;
 
 #ifdef __cplusplus
 }

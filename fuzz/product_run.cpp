@@ -1,33 +1,15 @@
 #include "fuzz/product_run.h"
 
-// What these keep for the life of a process is nobody else's.
-#include "core/rewriting/advanced_mode.cpp"
-#include "jli/args.cpp"
-#include "jli/jli_util.cpp"
-
 #include <algorithm>
 #include <csetjmp>
 #include <sstream>
 
-#include "core/rewriting/path_rewriting.h"
+#include "tests/support/state.h"
 
 namespace {
 
 jmp_buf after_run;
 std::unordered_set<void *> blocks; // of this run, and not given back
-
-// The counts of the lists, with what they have room for.
-constexpr std::pair<int *, int> LISTS[] = {{&processedArgCount, ARGUMENT_SLOTS},
-                                           {&lhs_count, ARGUMENT_SLOTS},
-                                           {&rhs_count, ARGUMENT_SLOTS},
-                                           {&newPathListCount, ARGUMENT_SLOTS},
-                                           {&updated_options_for_var_count, VARIABLE_SLOTS},
-                                           {&options_for_quorvel_guest_var_count, VARIABLE_SLOTS},
-                                           {&non_path_options_count, OPTION_SLOTS},
-                                           {&allow_vm_properties_count, OPTION_SLOTS},
-                                           {&ignore_properties_count, OPTION_SLOTS},
-                                           {&jvm_options_count, OPTION_SLOTS},
-                                           {&container_options_count, OPTION_SLOTS}};
 
 bool allocation_fails() {
     return product.is_going_on && product.allocations_to_failure > 0 && --product.allocations_to_failure == 0;
@@ -100,25 +82,7 @@ void start() {
     free(current_directory());
 
     product = {};
-    _launcher_debug = 0;
-    argsCount = 1;
-    relaunch = false;
-    JLI_InitArgProcessing(0, 0);
-    is_taking_container_options = false;
-    LOG_FILE_FD = nullptr;
-    os_name = nullptr;
-    is_native_invocation = is_host_java_9_plus = is_guest_java_9_plus = 0;
-    native_jvm_bits = -1;
-    use_advanced_launch_mode = 1;
-    for (char **text :
-         {&executable_dir, &bin_dir, &launcher_home, &container_home, &jvm_home, &quorvel_home, &launch_mode,
-          &launcher_path_arg, &rule_file, &rule_file_arg, &quorvel_properties_file, &quorvel_properties_arg,
-          &quorvel_library_path, &allow_vm_properties_option, &new_mem_val_as_str}) {
-        *text = nullptr;
-    }
-    for (const auto &[count, slots] : LISTS) {
-        *count = 0;
-    }
+    forget_state();
 }
 
 // Gives back heap blocks and streams, and with them what the launcher state points to.
@@ -144,8 +108,8 @@ void run_product(const std::function<void()> &run, const std::function<void()> &
         run();
     }
     product.is_going_on = false;
-    for (const auto &[count, slots] : LISTS) {
-        assert(*count >= 0 && *count <= slots);
+    for (const auto &list : STATE_LISTS) {
+        assert(*list.count >= 0 && *list.count <= list.slots);
     }
     check();
     release();

@@ -8,8 +8,6 @@
 
 namespace {
 
-int _launcher_debug = 0;
-
 bool is_launcher_option(std::string_view arg) {
     return is_one_of(CLASS_PATH_OPTIONS, arg) || is_one_of(LAUNCHER_MAIN_OPTIONS, arg) ||
            is_one_of(DESCRIBE_MODULE_OPTIONS, arg) || is_one_of(SOURCE_OPTIONS, arg);
@@ -146,6 +144,8 @@ int IsWhiteSpaceOption(const char *arg) {
     const std::string_view text = arg;
     return is_one_of(MODULE_OPTIONS, text) || is_launcher_option(text);
 }
+
+int _launcher_debug = 0;
 
 void JLI_SetTraceLauncher() {
     _launcher_debug = 1;

@@ -73,6 +73,9 @@ int IsWhiteSpaceOption(const char *arg);
  * configuration, closed once the child has ended. */
 extern FILE *LOG_FILE_FD;
 
+/* 1 while tracing is on; initially 0, and written by JLI_SetTraceLauncher() alone. */
+extern int _launcher_debug;
+
 /* Switches tracing on, for good. */
 void JLI_SetTraceLauncher(void);
 

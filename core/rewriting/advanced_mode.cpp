@@ -7,9 +7,6 @@
 
 namespace {
 
-// An option of "_JAVA_OPTIONS" that ends the options would start the same again, without end.
-bool is_taking_container_options = false;
-
 // Options of the guest's JVM: to the guest, and to the host as well where it is allowed to have
 // them.
 void place_guest_option(const argument_list &host, const argument_list &guest, const char *arg) {
@@ -92,10 +89,10 @@ void apply_configured_container_options(char ** /*guest*/, int * /*guest_count*/
     if (is_taking_container_options) {
         return;
     }
-    is_taking_container_options = true;
+    is_taking_container_options = 1;
     for (int i = 0; i < container_options_count; i++) {
         place({host, host_count}, container_options_array[i]);
     }
     process_jvm_env_var("_JAVA_OPTIONS");
-    is_taking_container_options = false;
+    is_taking_container_options = 0;
 }

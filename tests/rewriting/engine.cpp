@@ -4,10 +4,8 @@
 #include <list>
 #include <sstream>
 
-#include "core/jlp_utils.h"
-#include "core/state_arrays.h"
-#include "jli/text.h"
 #include "platform/windows_services.h"
+#include "tests/support/state.h"
 
 namespace {
 
@@ -57,23 +55,8 @@ texts entries_of(const std::string &list) {
 }
 
 void forget_configuration() {
-    for (char **text : {&launcher_home, &launch_mode, &container_home, &jvm_home, &quorvel_home, &rule_file,
-                        &rule_file_arg, &quorvel_properties_file, &quorvel_properties_arg, &quorvel_library_path,
-                        &allow_vm_properties_option, &launcher_path_arg, &new_mem_val_as_str}) {
-        release_text(text);
-    }
-    for (auto &[array, count] : {std::pair{non_path_options_array, &non_path_options_count},
-                                 {allow_vm_properties_array, &allow_vm_properties_count},
-                                 {ignore_properties_array, &ignore_properties_count},
-                                 {jvm_options_array, &jvm_options_count},
-                                 {container_options_array, &container_options_count},
-                                 {processedArg, &processedArgCount},
-                                 {newPathList, &newPathListCount}}) {
-        release_entries(array, count);
-    }
-    lhs_count = rhs_count = 0;
-    is_native_invocation = is_host_java_9_plus = is_guest_java_9_plus = 0;
-    native_jvm_bits = -1;
+    release_state();
+    forget_state();
 }
 
 void start(const std::string &how, const std::string &config) {
