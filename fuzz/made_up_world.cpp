@@ -63,12 +63,12 @@ WRAP(FILE *, open_text_file, (const char *path, const char *mode)) {
     return opened(fmemopen(content.data(), content.size(), mode));
 }
 
-// Long paths are known, as on a system that is set up for them: the host knows none.
+// Long paths are known, as on a system that is set up for them: Linux knows none.
 WRAP(DWORD, GetFullPathNameA, (LPCSTR path, DWORD size, LPSTR buffer, LPSTR *file_part)) {
-    static char host_buffer[TEXT_SIZE];
+    static char native_buffer[TEXT_SIZE];
     std::string full = path;
     if (full.size() <= LONGEST_PATH) {
-        full.assign(host_buffer, __real_GetFullPathNameA(path, TEXT_SIZE, host_buffer, file_part));
+        full.assign(native_buffer, __real_GetFullPathNameA(path, TEXT_SIZE, native_buffer, file_part));
     }
     if (full.find('&') != std::string::npos) {
         full += "and a longer name";

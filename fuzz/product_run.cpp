@@ -77,7 +77,7 @@ namespace {
 
 // Sets back what the product keeps for the life of a process.
 void start() {
-    // The host keeps what it finds out about its drives beyond the run.
+    // The platform keeps what it finds out about its drives beyond the run.
     setenv("QVL_HOST_DRIVE_C", "/tmp", 1);
     free(current_directory());
 

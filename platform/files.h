@@ -1,8 +1,8 @@
 #ifndef PLATFORM_FILES_H
 #define PLATFORM_FILES_H
 
-// Files and directories by their Windows paths. What the rooms above call has C linkage in this folder:
-// a plain name, for which the linker can put in that of a test.
+// Files and directories by their Windows paths. What the rooms above call has C linkage in this
+// folder: a plain name, for which the linker can put in that of a test.
 
 #include <cstdio>
 

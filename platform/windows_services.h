@@ -2,7 +2,7 @@
 #define PLATFORM_WINDOWS_SERVICES_H
 
 /* The Windows services that the product calls, under their own names. On Windows they are the
- * system's; elsewhere host/windows_services.h declares the same names and says what they do there.
+ * system's; elsewhere posix/windows_services.h declares the same names and says what they do there.
  */
 
 #ifdef _WIN32
@@ -14,7 +14,7 @@
 #endif
 #include <windows.h>
 #else
-#include "platform/host/windows_services.h"
+#include "platform/posix/windows_services.h"
 #endif
 
 #endif

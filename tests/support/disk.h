@@ -1,7 +1,7 @@
 #ifndef TESTS_SUPPORT_DISK_H
 #define TESTS_SUPPORT_DISK_H
 
-// A disk of the test's own. Tests name it as drive C: the host build maps that drive, on Windows
+// A disk of the test's own. Tests name it as drive C: the Linux build maps that drive, on Windows
 // here() puts the folder that it really is in its place.
 
 #include <filesystem>

@@ -44,7 +44,7 @@ bool is_running(uint32_t process_id);
 size_t handle_count(uint32_t process_id);
 uint64_t processor_time(uint32_t process_id);
 
-// Whether a job of this name is there; jobs of the host have no names.
+// Whether a job of this name is there; jobs of the Linux build have no names.
 bool job_exists(const std::string &name);
 
 // An empty value removes the variable.

@@ -1,5 +1,5 @@
-#ifndef PLATFORM_HOST_COMMAND_LINE_H
-#define PLATFORM_HOST_COMMAND_LINE_H
+#ifndef PLATFORM_POSIX_COMMAND_LINE_H
+#define PLATFORM_POSIX_COMMAND_LINE_H
 
 #include <cstddef>
 #include <span>

@@ -1,6 +1,6 @@
 #include <csignal>
 
-#include "platform/host/last_error.h"
+#include "platform/posix/last_error.h"
 
 namespace {
 

@@ -1,11 +1,11 @@
-#ifndef PLATFORM_HOST_OBJECTS_H
-#define PLATFORM_HOST_OBJECTS_H
+#ifndef PLATFORM_POSIX_OBJECTS_H
+#define PLATFORM_POSIX_OBJECTS_H
 
 // What handles stand for. A handle is an object's address, but it is looked up before it is used,
 // so that any value can be passed to a service.
 
-#include "platform/host/child_start.h"
-#include "platform/host/windows_services.h"
+#include "platform/posix/child_start.h"
+#include "platform/posix/windows_services.h"
 
 struct kernel_object;
 

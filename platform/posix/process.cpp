@@ -3,10 +3,10 @@
 #include <cstdlib>
 #include <cstring>
 
-#include "platform/host/command_line.h"
-#include "platform/host/environment.h"
-#include "platform/host/last_error.h"
-#include "platform/host/objects.h"
+#include "platform/posix/command_line.h"
+#include "platform/posix/environment.h"
+#include "platform/posix/last_error.h"
+#include "platform/posix/objects.h"
 
 namespace {
 

@@ -1,5 +1,5 @@
-#include "platform/host/last_error.h"
-#include "platform/host/objects.h"
+#include "platform/posix/last_error.h"
+#include "platform/posix/objects.h"
 
 HANDLE CreateJobObjectA(LPSECURITY_ATTRIBUTES, LPCSTR) {
     return new_object(object_kind::job, nullptr);

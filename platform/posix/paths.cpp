@@ -1,6 +1,6 @@
 // Full paths, by text alone.
 
-#include "platform/host/paths.h"
+#include "platform/posix/paths.h"
 
 #include <unistd.h>
 
@@ -9,7 +9,7 @@
 #include <cstring>
 #include <string_view>
 
-#include "platform/host/last_error.h"
+#include "platform/posix/last_error.h"
 
 namespace {
 

@@ -1,4 +1,4 @@
-#include "platform/host/objects.h"
+#include "platform/posix/objects.h"
 
 #include <sys/wait.h>
 
@@ -6,7 +6,7 @@
 #include <csignal>
 #include <cstdlib>
 
-#include "platform/host/last_error.h"
+#include "platform/posix/last_error.h"
 
 namespace {
 

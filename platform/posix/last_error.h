@@ -1,7 +1,7 @@
-#ifndef PLATFORM_HOST_LAST_ERROR_H
-#define PLATFORM_HOST_LAST_ERROR_H
+#ifndef PLATFORM_POSIX_LAST_ERROR_H
+#define PLATFORM_POSIX_LAST_ERROR_H
 
-#include "platform/host/windows_services.h"
+#include "platform/posix/windows_services.h"
 
 // Sets the last error and returns FALSE, for the failing ways out of a service.
 BOOL fail_with(DWORD error);

@@ -2,7 +2,7 @@
 // on it is a copy, so that getenv() keeps seeing what the process received.
 
 #include "platform/environment.h"
-#include "platform/host/environment.h"
+#include "platform/posix/environment.h"
 
 #include <strings.h>
 #include <unistd.h>
@@ -10,7 +10,7 @@
 #include <cstdlib>
 #include <cstring>
 
-#include "platform/host/last_error.h"
+#include "platform/posix/last_error.h"
 
 namespace {
 

@@ -1,12 +1,12 @@
-#include "platform/host/command_line.h"
+#include "platform/posix/command_line.h"
 
 #include <cstdlib>
 #include <cstring>
 #include <string_view>
 
 #include "platform/files.h"
-#include "platform/host/last_error.h"
-#include "platform/host/paths.h"
+#include "platform/posix/last_error.h"
+#include "platform/posix/paths.h"
 
 namespace {
 

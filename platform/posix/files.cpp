@@ -10,7 +10,7 @@
 #include <cstring>
 #include <string_view>
 
-#include "platform/host/paths.h"
+#include "platform/posix/paths.h"
 
 namespace {
 

@@ -1,5 +1,5 @@
-#ifndef PLATFORM_HOST_PATHS_H
-#define PLATFORM_HOST_PATHS_H
+#ifndef PLATFORM_POSIX_PATHS_H
+#define PLATFORM_POSIX_PATHS_H
 
 // Windows paths as texts, and the Unix paths behind them. Each function writes a null-terminated
 // text into `buffer` and returns its length; 0 means failure, with the last error set and nothing

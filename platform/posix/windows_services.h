@@ -1,14 +1,14 @@
-#ifndef PLATFORM_HOST_WINDOWS_SERVICES_H
-#define PLATFORM_HOST_WINDOWS_SERVICES_H
+#ifndef PLATFORM_POSIX_WINDOWS_SERVICES_H
+#define PLATFORM_POSIX_WINDOWS_SERVICES_H
 
 /* The subset of the Windows services that the product calls, over POSIX.
  *
  * Paths are Windows paths. QVL_HOST_DRIVE_<letter> in the environment names the Unix directory that
  * stands for a drive; Z: is / unless set. The letter case of names counts, as it does for the
- * host's file systems; shares, device names, the prefix \\?\ and names with what Windows refuses in
- * them (" * < > ? | and control characters) lead to no file. A failed call sets
- * what GetLastError() returns. Handles are given back with CloseHandle(); any other value passed
- * for one is refused with ERROR_INVALID_HANDLE. One thread only. */
+ * file systems of Linux; shares, device names, the prefix \\?\ and names with what Windows refuses
+ * in them (" * < > ? | and control characters) lead to no file. A failed call sets what
+ * GetLastError() returns. Handles are given back with CloseHandle(); any other value passed for one
+ * is refused with ERROR_INVALID_HANDLE. One thread only. */
 
 #include <stddef.h>
 #include <stdint.h>

@@ -1,4 +1,4 @@
-#include "platform/host/last_error.h"
+#include "platform/posix/last_error.h"
 
 #include <cerrno>
 

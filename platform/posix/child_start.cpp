@@ -1,4 +1,4 @@
-#include "platform/host/child_start.h"
+#include "platform/posix/child_start.h"
 
 #include <fcntl.h>
 #include <sys/prctl.h>

@@ -9,8 +9,8 @@
 #include <cstring>
 #include <string_view>
 
-#include "platform/host/last_error.h"
-#include "platform/host/paths.h"
+#include "platform/posix/last_error.h"
+#include "platform/posix/paths.h"
 
 namespace {
 

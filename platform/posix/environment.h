@@ -1,5 +1,5 @@
-#ifndef PLATFORM_HOST_ENVIRONMENT_H
-#define PLATFORM_HOST_ENVIRONMENT_H
+#ifndef PLATFORM_POSIX_ENVIRONMENT_H
+#define PLATFORM_POSIX_ENVIRONMENT_H
 
 // The environment of SetEnvironmentVariableA as execve() takes it. It stays the environment's.
 char *const *child_environment();

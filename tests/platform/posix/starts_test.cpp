@@ -1,4 +1,4 @@
-// What children take over on the host, in every way that they are started.
+// What children take over on POSIX, in every way that they are started.
 
 #include <cerrno>
 #include <csignal>
