@@ -14,7 +14,7 @@
 #include "bench/target.h"
 #include "core/jlp_utils.h"
 #include "core/state_arrays.h"
-#include "jli/text.h"
+#include "core/state_text.h"
 
 namespace {
 

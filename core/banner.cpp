@@ -3,6 +3,7 @@
 #include <cstring>
 #include <ctime>
 
+#include "jli/jli_util.h"
 #include "jli/text.h"
 
 const char *const label = "QUORVEL_VERSION=";

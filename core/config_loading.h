@@ -3,7 +3,7 @@
 
 // What the configuration's reader and its dump share.
 
-#include "jli/text.h"
+#include "core/state_text.h"
 
 enum option_list_index {
     NON_PATH_LIST,
@@ -17,7 +17,7 @@ enum option_list_index {
 // One call of load_config_file, beside the launcher state that it sets.
 struct config_loading {
     text_ptr config_path;
-    text_ptr log_file_path{new_text_buffer()};
+    text_ptr log_file_path{new_state_text()};
     // Of each option list, the value of its last line; null before there is one.
     text_ptr list_values[OPTION_LIST_COUNT];
     bool launch_mode_rejected = false;

@@ -2,7 +2,7 @@
 
 #include "core/jlp_vars.h"
 #include "core/state_arrays.h"
-#include "jli/text.h"
+#include "core/state_text.h"
 #include "platform/windows_services.h"
 
 int is_space(char c) {
@@ -20,7 +20,7 @@ std::string_view trimmed(std::string_view text) {
 }
 
 void trim(const char *text, char *output) {
-    append_to_text_buffer(output, trimmed(text));
+    append_to_state_text(output, trimmed(text));
 }
 
 void split(const char *text, char **array, int *count, const char *lead, const char *tail,

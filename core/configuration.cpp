@@ -11,6 +11,7 @@
 #include "core/jlp_vars.h"
 #include "core/launch_mode.h"
 #include "core/processed_args.h"
+#include "core/state_text.h"
 #include "platform/files.h"
 
 namespace {
@@ -32,7 +33,7 @@ void preset_settings() {
     for (char **setting : {&container_home, &jvm_home, &quorvel_home, &rule_file, &rule_file_arg,
                            &quorvel_properties_file, &quorvel_properties_arg, &quorvel_library_path,
                            &allow_vm_properties_option}) {
-        *setting = new_text_buffer();
+        *setting = new_state_text();
     }
 }
 
@@ -56,7 +57,7 @@ void open_log_file(config_loading &loading, const char *value) {
     char *path = loading.log_file_path.get();
     prepend_launcher_home_to_relative_path(value, path);
     if (is_directory(path)) {
-        append_to_text_buffer(path, log_file_name().get());
+        append_to_state_text(path, log_file_name().get());
     }
     if (LOG_FILE_FD != nullptr) {
         fclose(LOG_FILE_FD);
@@ -166,7 +167,7 @@ void apply_line(config_loading &loading, std::string_view line) {
 // A line that is longer than the buffer arrives in pieces, each a line of its own.
 void read_lines(config_loading &loading, FILE *file) {
     constexpr std::string_view byte_order_mark = "\xEF\xBB\xBF";
-    const text_ptr buffer(new_text_buffer());
+    const text_ptr buffer(new_state_text());
     bool is_first = true;
     while (fgets(buffer.get(), TEXT_SIZE, file) != nullptr) {
         std::string_view line(buffer.get());

@@ -6,7 +6,7 @@
 #include "core/environment.h"
 #include "core/jlp_vars.h"
 #include "core/launch_mode.h"
-#include "jli/text.h"
+#include "core/state_text.h"
 #include "platform/files.h"
 
 namespace {

@@ -7,7 +7,7 @@
 #include "core/jlp_vars.h"
 #include "core/launch_mode.h"
 #include "core/state_arrays.h"
-#include "jli/text.h"
+#include "core/state_text.h"
 #include "platform/files.h"
 
 namespace {

@@ -5,12 +5,12 @@
 #include <cstring>
 
 #include "core/jlp_vars.h"
-#include "jli/text.h"
+#include "core/state_text.h"
 #include "platform/files.h"
 #include "platform/windows_services.h"
 
 char *get_executable_file_path() {
-    char *path = new_text_buffer();
+    char *path = new_state_text();
     os_name = "Windows";
     GetModuleFileNameA(nullptr, path, TEXT_SIZE);
     if (!is_valid_exe_path(path)) {
@@ -36,12 +36,12 @@ int is_valid_exe_path(const char *path) {
 }
 
 int set_bin_dir() {
-    bin_dir = new_text_buffer();
+    bin_dir = new_state_text();
     const std::string_view directory(executable_dir);
     // \jre\bin ends with \bin too, so it goes first.
     for (const char *folder : {jre_bin, bin}) {
         if (directory.ends_with(folder)) {
-            append_to_text_buffer(bin_dir, folder);
+            append_to_state_text(bin_dir, folder);
             return SUCCESS;
         }
     }
@@ -51,8 +51,8 @@ int set_bin_dir() {
 }
 
 int is_launcher_itself(const char *path) {
-    const text_ptr own_path(new_text_buffer());
-    const text_ptr full_path(new_text_buffer());
+    const text_ptr own_path(new_state_text());
+    const text_ptr full_path(new_state_text());
     GetModuleFileNameA(nullptr, own_path.get(), TEXT_SIZE);
     GetFullPathNameA(path, TEXT_SIZE, full_path.get(), nullptr);
     return strcasecmp(own_path.get(), full_path.get()) == 0 ? 1 : 0;

@@ -3,7 +3,7 @@
 #include <cstdlib>
 
 #include "core/jlp_vars.h"
-#include "jli/text.h"
+#include "core/state_text.h"
 
 namespace {
 

@@ -7,8 +7,8 @@
 #include <cstring>
 
 #include "core/jlp_utils.h"
+#include "core/state_text.h"
 #include "fuzz/product_run.h"
-#include "jli/text.h"
 
 namespace {
 

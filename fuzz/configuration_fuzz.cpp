@@ -14,6 +14,7 @@
 #include <sstream>
 
 #include "core/banner.h"
+#include "core/state_text.h"
 #include "fuzz/made_up_system.h"
 #include "fuzz/product_run.h"
 

@@ -5,7 +5,7 @@
 #include <cstring>
 
 #include "core/jlp_vars.h"
-#include "jli/text.h"
+#include "core/state_text.h"
 #include "platform/environment.h"
 #include "platform/windows_services.h"
 

@@ -10,7 +10,7 @@
 #include "core/processed_args.h"
 #include "core/start_up.h"
 #include "core/state_arrays.h"
-#include "jli/text.h"
+#include "core/state_text.h"
 #include "platform/files.h"
 
 namespace {

@@ -9,7 +9,7 @@
 #include "core/environment.h"
 #include "core/jlp_utils.h"
 #include "core/launch_mode.h"
-#include "jli/text.h"
+#include "core/state_text.h"
 #include "platform/files.h"
 
 namespace {
@@ -99,7 +99,7 @@ request read_request(int argc, char **argv) {
 }
 
 text_ptr full_path_of(const char *path) {
-    text_ptr full_path(new_text_buffer());
+    text_ptr full_path(new_state_text());
     if (GetFullPathNameA(path, TEXT_SIZE, full_path.get(), nullptr) >= TEXT_SIZE) {
         refuse_long_text(path);
     }

@@ -10,7 +10,7 @@
 #include "core/rewriting/jvm_env_vars.h"
 #include "core/rewriting/path_rewriting.h"
 #include "core/rewriting/single_arg.h"
-#include "jli/text.h"
+#include "core/state_text.h"
 #include "platform/files.h"
 
 namespace {

@@ -7,6 +7,7 @@
 #include "core/jlp_vars.h"
 #include "core/rewriting/path_prefixes.h"
 #include "core/state_arrays.h"
+#include "core/state_text.h"
 #include "jli/text_buffer.h"
 #include "platform/files.h"
 
@@ -212,7 +213,7 @@ void resolve_path(const char *old_path, char *result) {
     path_list_walk walk;
     resolve(walk, old_path);
     result[0] = '\0';
-    append_to_text_buffer(result, walk.resolved.c_str());
+    append_to_state_text(result, walk.resolved.c_str());
 }
 
 char *replace_char(char *text, char from, char to) {

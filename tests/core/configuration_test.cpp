@@ -5,7 +5,7 @@
 
 #include "core/jlp_utils.h"
 #include "core/state_arrays.h"
-#include "jli/text.h"
+#include "core/state_text.h"
 #include "tests/rewriting/engine.h"
 
 extern "C" {
@@ -44,7 +44,7 @@ TEST(configuration, values_are_trimmed) {
         {"\xC2\xA0x", "\xC2\xA0x"}, // a no-break space is no blank
     };
     for (const auto &[text, trimmed] : rows) {
-        const text_ptr output(new_text_buffer());
+        const text_ptr output(new_state_text());
         trim(text, output.get());
         EXPECT_STREQ(output.get(), trimmed) << text;
         trim("more", output.get());

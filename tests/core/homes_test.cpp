@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "core/jlp_utils.h"
-#include "jli/text.h"
+#include "core/state_text.h"
 #include "tests/rewriting/engine.h"
 
 TEST(homes, of_the_launcher_end_with_a_bin_folder) {

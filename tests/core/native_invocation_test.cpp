@@ -2,7 +2,7 @@
 
 #include "core/jlp_utils.h"
 #include "core/state_arrays.h"
-#include "jli/text.h"
+#include "core/state_text.h"
 #include "tests/rewriting/engine.h"
 #include "tests/support/trace.h"
 

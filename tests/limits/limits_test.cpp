@@ -9,6 +9,7 @@
 #include "core/jlp_utils.h"
 #include "core/rewriting/java_options.h"
 #include "core/state_arrays.h"
+#include "core/state_text.h"
 #include "tests/rewriting/engine.h"
 #include "tests/support/programs.h"
 #include "tests/support/trace.h"
@@ -63,7 +64,7 @@ bool is_placed(text arg) {
 }
 
 std::string put_in_buffer(void (*put)(const char *, char *), text t) {
-    const text_ptr output(new_text_buffer());
+    const text_ptr output(new_state_text());
     put(t.c_str(), output.get());
     return output.get();
 }

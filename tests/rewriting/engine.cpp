@@ -4,6 +4,7 @@
 #include <list>
 #include <sstream>
 
+#include "core/state_text.h"
 #include "platform/windows_services.h"
 #include "tests/support/state.h"
 

@@ -3,7 +3,7 @@
 #include "core/jlp_utils.h"
 #include "core/rewriting/path_rewriting.h"
 #include "core/state_arrays.h"
-#include "jli/text.h"
+#include "core/state_text.h"
 #include "platform/files.h"
 #include "tests/rewriting/engine.h"
 #include "tests/rewriting/plain_walk.h"
@@ -74,7 +74,7 @@ std::string asked_below_disk() {
 }
 
 std::string absolute(const std::string &path) {
-    const text_ptr result(new_text_buffer());
+    const text_ptr result(new_state_text());
     resolve_path(path.c_str(), result.get());
     return result.get();
 }

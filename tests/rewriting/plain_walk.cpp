@@ -5,7 +5,7 @@
 #include <cctype>
 
 #include "core/config_text.h"
-#include "jli/text.h"
+#include "core/state_text.h"
 #include "platform/files.h"
 #include "platform/windows_services.h"
 

@@ -5,7 +5,7 @@
 
 #include "core/jlp_utils.h"
 #include "core/state_arrays.h"
-#include "jli/text.h"
+#include "core/state_text.h"
 
 constexpr char **STATE_TEXTS[] = {
     &executable_dir,

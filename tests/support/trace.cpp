@@ -1,5 +1,6 @@
 #include "tests/support/trace.h"
 
+#include "jli/jli_util.h"
 #include "jli/text.h"
 
 extern "C" {
