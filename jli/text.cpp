@@ -1,7 +1,6 @@
 #include "jli/text.h"
 
 #include <cstdio>
-#include <cstring>
 
 #include "platform/format.h"
 
@@ -37,9 +36,4 @@ text_ptr copy_text(std::string_view text) {
     text_ptr copy(static_cast<char *>(JLI_MemAlloc(text.size() + 1)));
     *put_text(copy.get(), text) = '\0';
     return copy;
-}
-
-char *put_text(char *to, std::string_view text) {
-    memcpy(to, text.data(), text.size());
-    return to + text.size();
 }

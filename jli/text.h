@@ -7,6 +7,7 @@
 #include <cstdarg>
 #include <cstdio>
 #include <cstdlib>
+#include <cstring>
 #include <memory>
 #include <string_view>
 
@@ -27,7 +28,10 @@ void print_text(FILE *stream, const text_ptr &text);
 text_ptr copy_text(std::string_view text);
 
 // Copies `text` to `to`, without a terminator; returned is what follows the copy.
-char *put_text(char *to, std::string_view text);
+inline char *put_text(char *to, std::string_view text) {
+    memcpy(to, text.data(), text.size());
+    return to + text.size();
+}
 
 // Blank, tab, line feed, vertical tab, form feed and carriage return.
 inline bool is_white_space(char byte) {
