@@ -1,0 +1,50 @@
+#ifndef CORE_SETTINGS_H
+#define CORE_SETTINGS_H
+
+// The keys of launcher.cfg. What is known about a key stands in its row and nowhere else: the
+// presets, the reader, the dump and the limits of the lists walk the rows.
+
+enum class value_kind {
+    toggle,      // on when it begins with "true"
+    path,        // kept as a full path, a relative one from launcher_home; an empty one is none
+    list,        // entries with "=" between them
+    quoted_list, // entries in double quotes, with one blank between them
+    mode,        // begins with the name of a launch mode
+};
+
+// An array of the launcher state, to which each line appends.
+struct option_list {
+    char **slots;
+    int *count, limit; // what does not fit ends the process: "too many <key> entries"
+    const char *entry_label;
+    int entry_gap; // blanks between label and entry in the dump
+};
+
+struct setting {
+    const char *key; // without the "="
+    value_kind kind;
+    // The line of the dump. Programs read dumps: every blank counts. A key without a label has no
+    // line, and does not count where the dump warns that no property is set.
+    const char *label = nullptr;
+    int label_width = 38;
+    // Where the value is kept: a text of TEXT_SIZE bytes, which each load allocates with the
+    // preset; a list; a flag, which each load sets to 0, and the last line sets unless a native
+    // host starts. Otherwise the value lasts as long as the load.
+    char **text = nullptr;
+    // The property that tells Java, made of each value that is not empty; allocated empty.
+    char **argument = nullptr;
+    const char *argument_format = nullptr;
+    option_list list = {};
+    // Traces what stands in the dump between the value and the list's entries.
+    void (*dump_more)() = nullptr;
+    int *flag = nullptr;
+    const char *preset = "";
+    // What is special about the key: called for each line, of a toggle each that is on, with the
+    // trimmed value, or of a path with the buffer that keeps it; false when the value is refused.
+    bool (*apply)(const setting &row, char *value) = nullptr;
+};
+
+enum { SETTING_COUNT = 14 };
+extern const setting SETTINGS[SETTING_COUNT]; // in the order of the dump
+
+#endif
