@@ -10,6 +10,7 @@
 #include <sstream>
 
 #include "core/rewriting/path_rewriting.h"
+#include "core/settings.h"
 
 namespace {
 
@@ -22,12 +23,7 @@ constexpr std::pair<int *, int> LISTS[] = {{&processedArgCount, ARGUMENT_SLOTS},
                                            {&rhs_count, ARGUMENT_SLOTS},
                                            {&newPathListCount, ARGUMENT_SLOTS},
                                            {&updated_options_for_var_count, VARIABLE_SLOTS},
-                                           {&options_for_quorvel_guest_var_count, VARIABLE_SLOTS},
-                                           {&non_path_options_count, OPTION_SLOTS},
-                                           {&allow_vm_properties_count, OPTION_SLOTS},
-                                           {&ignore_properties_count, OPTION_SLOTS},
-                                           {&jvm_options_count, OPTION_SLOTS},
-                                           {&container_options_count, OPTION_SLOTS}};
+                                           {&options_for_quorvel_guest_var_count, VARIABLE_SLOTS}};
 
 bool allocation_fails() {
     return product.is_going_on && product.allocations_to_failure > 0 && --product.allocations_to_failure == 0;
@@ -110,11 +106,18 @@ void start() {
     is_native_invocation = is_host_java_9_plus = is_guest_java_9_plus = 0;
     native_jvm_bits = -1;
     use_advanced_launch_mode = 1;
-    for (char **text :
-         {&executable_dir, &bin_dir, &launcher_home, &container_home, &jvm_home, &quorvel_home, &launch_mode,
-          &launcher_path_arg, &rule_file, &rule_file_arg, &quorvel_properties_file, &quorvel_properties_arg,
-          &quorvel_library_path, &allow_vm_properties_option, &new_mem_val_as_str}) {
+    for (char **text : {&executable_dir, &bin_dir, &launcher_home, &launcher_path_arg, &new_mem_val_as_str}) {
         *text = nullptr;
+    }
+    for (const setting &row : SETTINGS) {
+        for (char **text : {row.text, row.argument}) {
+            if (text != nullptr) {
+                *text = nullptr;
+            }
+        }
+        if (row.list.count != nullptr) {
+            *row.list.count = 0;
+        }
     }
     for (const auto &[count, slots] : LISTS) {
         *count = 0;
@@ -146,6 +149,9 @@ void run_product(const std::function<void()> &run, const std::function<void()> &
     product.is_going_on = false;
     for (const auto &[count, slots] : LISTS) {
         assert(*count >= 0 && *count <= slots);
+    }
+    for (const setting &row : SETTINGS) {
+        assert(row.list.count == nullptr || (*row.list.count >= 0 && *row.list.count <= row.list.limit));
     }
     check();
     release();

@@ -5,6 +5,7 @@
 #include <sstream>
 
 #include "core/jlp_utils.h"
+#include "core/settings.h"
 #include "core/state_arrays.h"
 #include "jli/text.h"
 #include "platform/windows_services.h"
@@ -57,20 +58,21 @@ texts entries_of(const std::string &list) {
 }
 
 void forget_configuration() {
-    for (char **text : {&launcher_home, &launch_mode, &container_home, &jvm_home, &quorvel_home, &rule_file,
-                        &rule_file_arg, &quorvel_properties_file, &quorvel_properties_arg, &quorvel_library_path,
-                        &allow_vm_properties_option, &launcher_path_arg, &new_mem_val_as_str}) {
+    for (const setting &row : SETTINGS) {
+        for (char **text : {row.text, row.argument}) {
+            if (text != nullptr) {
+                release_text(text);
+            }
+        }
+        if (row.list.slots != nullptr) {
+            release_entries(row.list.slots, row.list.count);
+        }
+    }
+    for (char **text : {&launcher_home, &launcher_path_arg, &new_mem_val_as_str}) {
         release_text(text);
     }
-    for (auto &[array, count] : {std::pair{non_path_options_array, &non_path_options_count},
-                                 {allow_vm_properties_array, &allow_vm_properties_count},
-                                 {ignore_properties_array, &ignore_properties_count},
-                                 {jvm_options_array, &jvm_options_count},
-                                 {container_options_array, &container_options_count},
-                                 {processedArg, &processedArgCount},
-                                 {newPathList, &newPathListCount}}) {
-        release_entries(array, count);
-    }
+    release_entries(processedArg, &processedArgCount);
+    release_entries(newPathList, &newPathListCount);
     lhs_count = rhs_count = 0;
     is_native_invocation = is_host_java_9_plus = is_guest_java_9_plus = 0;
     native_jvm_bits = -1;
