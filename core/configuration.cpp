@@ -1,22 +1,26 @@
 #include "core/configuration.h"
 
-#include <cstdint>
 #include <cstdio>
 #include <cstring>
-#include <sys/time.h>
 #include <unistd.h>
 
-#include "core/config_loading.h"
+#include "core/banner.h"
 #include "core/config_text.h"
 #include "core/jlp_vars.h"
-#include "core/launch_mode.h"
 #include "core/processed_args.h"
+#include "core/settings.h"
 #include "core/state_text.h"
 #include "platform/files.h"
 
 namespace {
 
-constexpr int MEMORY_VALUE_SIZE = 50;
+// One call of load_config_file, beside the launcher state that it sets.
+struct config_loading {
+    text_ptr config_path;
+    // Where a setting has no text, the path, or of a list the value of its last line; null before.
+    text_ptr values[SETTING_COUNT];
+    const setting *refused = nullptr; // whose value was refused
+};
 
 void preset_settings() {
     if (launcher_home == nullptr) {
@@ -28,137 +32,55 @@ void preset_settings() {
     launcher_path_arg = nullptr;
     const text_ptr argument = format_text("-Dcom.quorvel.LauncherPackPath=%s", launcher_home);
     assign_text(&launcher_path_arg, processArg(argument.get()));
-    launch_mode = nullptr;
-    assign_text(&launch_mode, "advanced");
-    for (char **setting : {&container_home, &jvm_home, &quorvel_home, &rule_file, &rule_file_arg,
-                           &quorvel_properties_file, &quorvel_properties_arg, &quorvel_library_path,
-                           &allow_vm_properties_option}) {
-        *setting = new_state_text();
-    }
-}
-
-void show_start(config_loading &, const char *value) {
-    if (std::string_view(value).starts_with("true")) {
-        JLI_SetTraceLauncher();
-    }
-}
-
-// Milliseconds since 1970, of which the name keeps the low 32 bits.
-text_ptr log_file_name() {
-    timeval now = {};
-    gettimeofday(&now, nullptr);
-    const double milliseconds =
-        static_cast<double>(now.tv_sec) * 1000.0 + static_cast<double>(now.tv_usec) / 1000.0;
-    const unsigned long stamp = static_cast<uint32_t>(static_cast<uint64_t>(milliseconds));
-    return format_text("%cjlp_ts%lu_pid%d.log", file_separator, stamp, static_cast<int>(getpid()));
-}
-
-void open_log_file(config_loading &loading, const char *value) {
-    char *path = loading.log_file_path.get();
-    prepend_launcher_home_to_relative_path(value, path);
-    if (is_directory(path)) {
-        append_to_state_text(path, log_file_name().get());
-    }
-    if (LOG_FILE_FD != nullptr) {
-        fclose(LOG_FILE_FD);
-    }
-    LOG_FILE_FD = open_text_file(path, "w+");
-    if (LOG_FILE_FD == nullptr) {
-        print_text(stderr, format_text("Error! Could not open log_file_path: %s\n", path));
-        exit(-1);
-    }
-}
-
-// A file setting together with the system property that names the file to Java.
-void set_file_and_argument(const char *value, char *file, char **argument, const char *format) {
-    if (*value != '\0') {
-        prepend_launcher_home_to_relative_path(value, file);
-        assign_text(argument, format_text(format, file).get());
-    }
-}
-
-void add_options(config_loading &loading, option_list_index list, const char *value, char **array,
-                 int *count) {
-    loading.list_values[list] = copy_text(value);
-    const bool quoted = list == JVM_LIST || list == CONTAINER_LIST;
-    split(value, array, count, quoted ? "\"" : "", quoted ? "\"" : "", quoted ? "\" \"" : "=");
-}
-
-void allow_vm_options(config_loading &loading, const char *value) {
-    add_options(loading, ALLOW_VM_LIST, value, allow_vm_properties_array,
-                &allow_vm_properties_count);
-    if (*value != '\0') {
-        assign_text(&allow_vm_properties_option,
-                    format_text("-Dcom.quorvel.AllowVMProperties=%s", value).get());
-    }
-}
-
-void set_launch_mode(config_loading &loading, const char *value) {
-    if (!is_native_invocation) {
-        for (const char *mode : {"patch", "secure", "ri", "legacy", "advanced"}) {
-            if (std::string_view(value).starts_with(mode)) {
-                assign_text(&launch_mode, value);
-                use_advanced_launch_mode = launch_mode_begins_with("advanced") ? 1 : 0;
-                return;
-            }
+    for (const setting &row : SETTINGS) {
+        if (row.flag != nullptr) {
+            *row.flag = 0;
+        }
+        if (row.text != nullptr) {
+            *row.text = new_state_text();
+            append_to_state_text(*row.text, row.preset);
+        }
+        if (row.argument != nullptr) {
+            *row.argument = new_state_text();
         }
     }
-    assign_text(&launch_mode, "advanced");
-    use_advanced_launch_mode = 1;
-    loading.launch_mode_rejected = true;
 }
 
-void resolve(const char *value, char *setting) {
-    prepend_launcher_home_to_relative_path(value, setting);
+void load_value(config_loading &loading, const setting &row, text_ptr value) {
+    text_ptr &value_of_load = loading.values[&row - SETTINGS];
+    char *loaded = value.get();
+    const bool is_empty = *loaded == '\0';
+    const bool is_off =
+        row.kind == value_kind::toggle && !std::string_view(loaded).starts_with("true");
+    if (row.flag != nullptr) {
+        *row.flag = is_off || is_native_invocation ? 0 : 1;
+    } else if (row.kind == value_kind::path) {
+        if (row.text == nullptr && value_of_load == nullptr) {
+            value_of_load.reset(new_state_text());
+        }
+        loaded = row.text == nullptr ? value_of_load.get() : *row.text;
+        prepend_launcher_home_to_relative_path(value.get(), loaded);
+    } else if (row.list.slots != nullptr) {
+        const bool is_quoted = row.kind == value_kind::quoted_list;
+        const char *quote = is_quoted ? "\"" : "";
+        split(loaded, row.list.slots, row.list.count, quote, quote, is_quoted ? "\" \"" : "=");
+        value_of_load = std::move(value);
+    }
+    if (row.argument != nullptr && !is_empty) {
+        assign_text(row.argument, format_text(row.argument_format, loaded).get());
+    }
+    if (row.apply != nullptr && !is_off && !row.apply(row, loaded)) {
+        loading.refused = &row;
+    }
 }
 
-// What each key does with its trimmed value.
-constexpr struct {
-    std::string_view key;
-    void (*apply)(config_loading &loading, const char *value);
-} SETTINGS[] = {
-    {"SHOW_START=", show_start},
-    {"LOG_FILE_OR_DIR=", open_log_file},
-    {"CONTAINER_HOME=", [](config_loading &, const char *v) { resolve(v, container_home); }},
-    {"JVM_HOME=", [](config_loading &, const char *v) { resolve(v, jvm_home); }},
-    {"QUORVEL_HOME=", [](config_loading &, const char *v) { resolve(v, quorvel_home); }},
-    {"RULE_FILE=",
-     [](config_loading &, const char *v) {
-         set_file_and_argument(v, rule_file, &rule_file_arg, "-Dcom.quorvel.rules.local=%s");
-     }},
-    {"QUORVEL_PROPERTIES_FILE=",
-     [](config_loading &, const char *v) {
-         set_file_and_argument(v, quorvel_properties_file, &quorvel_properties_arg,
-                               "-Dcom.quorvel.QuorvelProperties=%s");
-     }},
-    {"QUORVEL_NATIVE_AGENT=",
-     [](config_loading &, const char *v) { resolve(v, quorvel_library_path); }},
-    {"NON_PATH_OPTIONS=",
-     [](config_loading &loading, const char *v) {
-         add_options(loading, NON_PATH_LIST, v, non_path_options_array, &non_path_options_count);
-     }},
-    {"ALLOW_VM_OPTIONS=", allow_vm_options},
-    {"IGNORE_OPTIONS=",
-     [](config_loading &loading, const char *v) {
-         add_options(loading, IGNORE_LIST, v, ignore_properties_array, &ignore_properties_count);
-     }},
-    {"JVM_OPTIONS=",
-     [](config_loading &loading, const char *v) {
-         add_options(loading, JVM_LIST, v, jvm_options_array, &jvm_options_count);
-     }},
-    {"CONTAINER_OPTIONS=",
-     [](config_loading &loading, const char *v) {
-         add_options(loading, CONTAINER_LIST, v, container_options_array, &container_options_count);
-     }},
-    {"LAUNCH_MODE=", set_launch_mode},
-};
-
-// A line is a setting when it begins with a key, "=" included; every other line is passed over.
-void apply_line(config_loading &loading, std::string_view line) {
-    for (const auto &setting : SETTINGS) {
-        if (line.starts_with(setting.key)) {
-            line.remove_prefix(setting.key.size());
-            setting.apply(loading, copy_text(trimmed(line)).get());
+// A line is a setting when it begins with a key and "="; every other line is passed over.
+void load_line(config_loading &loading, std::string_view line) {
+    for (const setting &row : SETTINGS) {
+        const size_t length = strlen(row.key);
+        if (line.starts_with(row.key) && line.data()[length] == '=') {
+            line.remove_prefix(length + 1);
+            load_value(loading, row, copy_text(trimmed(line)));
             return;
         }
     }
@@ -176,7 +98,7 @@ void read_lines(config_loading &loading, FILE *file) {
         }
         is_first = false;
         if (!line.starts_with('#')) {
-            apply_line(loading, line);
+            load_line(loading, line);
         }
     }
 }
@@ -186,35 +108,89 @@ void warn_of_unreadable_file(const char *config_path) {
     JLI_TraceLauncher("\n");
 }
 
-void warn_of_rejected_launch_mode() {
+void warn_of_refused_mode(const setting &row) {
     if (is_native_invocation) {
-        JLI_TraceLauncher("WARNING: Forcing LAUNCH_MODE=%s, as this is a native java invocation\n",
+        JLI_TraceLauncher("WARNING: Forcing %s=%s, as this is a native java invocation\n", row.key,
                           launch_mode);
     } else {
-        JLI_TraceLauncher("WARNING: LAUNCH_MODE must be one of the following "
+        JLI_TraceLauncher("WARNING: %s must be one of the following "
                           "[advanced, legacy, patch, secure, ri], defaulting to '%s'\n",
-                          launch_mode);
+                          row.key, launch_mode);
     }
+}
+
+void dump_value(const char *label, const char *value, int label_width = 38) {
+    JLI_TraceLauncher("   %-*s%s\n", label_width, label, value);
+}
+
+const char *shown_value(const config_loading &loading, const setting &row) {
+    if (row.flag != nullptr) {
+        return *row.flag ? "yes" : "";
+    }
+    if (row.text == nullptr) {
+        return loading.values[&row - SETTINGS].get();
+    }
+    return row.argument == nullptr ? *row.text : *row.argument;
+}
+
+// False when there is nothing to show.
+bool dump_setting(const config_loading &loading, const setting &row) {
+    const char *value = shown_value(loading, row);
+    if (row.label == nullptr || !is_set(value)) {
+        return false;
+    }
+    dump_value(row.label, value, row.label_width);
+    if (row.dump_more != nullptr) {
+        row.dump_more();
+    }
+    const option_list &list = row.list;
+    for (int i = 0; list.count != nullptr && i < *list.count; i++) {
+        JLI_TraceLauncher("        %s[ %d ]:%*s%s\n", list.entry_label, i, list.entry_gap, "",
+                          list.slots[i]);
+    }
+    return true;
+}
+
+void dump_configuration(const config_loading &loading) {
+    if (!JLI_IsTraceLauncher()) {
+        return; // the time alone, with its zone, would be dearer than the rest of a silent start
+    }
+    display_banner();
+    JLI_TraceLauncher("%s\n", get_current_time_str());
+    JLI_TraceLauncher("Launcher PID = %d\n\n", static_cast<int>(getpid()));
+    JLI_TraceLauncher("LAUNCHER CONFIGURATION LOADED\n");
+    JLI_TraceLauncher("-----------------------------\n");
+    dump_value("config_path:", loading.config_path.get());
+    dump_value("os_name:", os_name);
+    dump_value("launch_mode:", launch_mode);
+    dump_value("is_native_invocation:", is_native_invocation ? "yes" : "no");
+    bool is_any_set = false;
+    for (const setting &row : SETTINGS) {
+        is_any_set |= dump_setting(loading, row);
+    }
+    if (!is_any_set) {
+        JLI_TraceLauncher("   WARNING: No properties set in config file.\n");
+    }
+    JLI_TraceLauncher("\n");
 }
 
 } // namespace
 
 void load_config_file() {
     preset_settings();
-    text_ptr config_path = format_text("%s%clauncher.cfg", launcher_home, file_separator);
-    FILE *file = open_text_file(config_path.get(), "r");
+    config_loading loading;
+    loading.config_path = format_text("%s%clauncher.cfg", launcher_home, file_separator);
+    FILE *file = open_text_file(loading.config_path.get(), "r");
     if (file == nullptr) {
-        warn_of_unreadable_file(config_path.get());
+        warn_of_unreadable_file(loading.config_path.get());
         return;
     }
-    config_loading loading;
-    loading.config_path = std::move(config_path);
     read_lines(loading, file);
     if (ferror(file) != 0) {
         warn_of_unreadable_file(loading.config_path.get());
     }
-    if (loading.launch_mode_rejected) {
-        warn_of_rejected_launch_mode();
+    if (loading.refused != nullptr) {
+        warn_of_refused_mode(*loading.refused);
     }
     fclose(file);
     dump_configuration(loading);

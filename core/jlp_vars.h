@@ -57,23 +57,21 @@ extern char *container_home; /* Java runtime of the modes "advanced" and "legacy
 extern char *jvm_home;       /* the plain JVM, host of the other modes */
 extern char *quorvel_home;   /* quorvel.jar and the native agents */
 
-/* ---- Settings of launcher.cfg: allocated by the configuration, 100000 bytes each ---- */
+/* ---- Settings of launcher.cfg, whose keys are in core/settings.h: allocated by the configuration,
+ * 100000 bytes each, and empty unless set ---- */
 
-/* Begins with "advanced" (the preset), "legacy", "patch", "secure" or "ri": readers compare
- * prefixes. Released by cleanup. */
+extern char *rule_file;                  /* full path */
+extern char *quorvel_properties_file;    /* full path */
+extern char *quorvel_library_path;       /* full path of a native agent */
+extern char *allow_vm_properties_option; /* -Dcom.quorvel.AllowVMProperties=... */
+/* Released by cleanup, which leaves the last pointer. Every reader of the launch mode compares its
+ * beginning with "advanced" (the preset), "legacy", "patch", "secure" or "ri". */
 extern char *launch_mode;
-extern char *launcher_path_arg;       /* -Dcom.quorvel.LauncherPackPath=..., in its command-line
-                                         form; released by cleanup */
-extern char *rule_file;               /* full path, or empty */
-extern char *rule_file_arg;           /* -Dcom.quorvel.rules.local=..., or empty; released by
-                                         cleanup */
-extern char *quorvel_properties_file; /* full path, or empty */
-extern char *quorvel_properties_arg;  /* -Dcom.quorvel.QuorvelProperties=..., or empty; released by
-                                         cleanup */
-extern char *quorvel_library_path;    /* full path of a native agent, or empty */
-extern char *allow_vm_properties_option; /* -Dcom.quorvel.AllowVMProperties=..., or empty */
-extern char *new_mem_val_as_str; /* 50 bytes for the text of an -Xmx value; released by cleanup,
-                                    which leaves the pointer */
+extern char *launcher_path_arg;      /* -Dcom.quorvel.LauncherPackPath=..., as for a command line */
+extern char *rule_file_arg;          /* -Dcom.quorvel.rules.local=... */
+extern char *quorvel_properties_arg; /* -Dcom.quorvel.QuorvelProperties=... */
+enum { MEMORY_VALUE_SIZE = 50 };
+extern char *new_mem_val_as_str; /* of that many bytes, for the text of an -Xmx value */
 
 /* ---- Option lists of launcher.cfg ----
  * A repeated key appends. cleanup empties the non-path list; parse_arguments releases the entries

@@ -3,6 +3,7 @@
 #include <cstdlib>
 
 #include "core/jlp_vars.h"
+#include "core/settings.h"
 #include "core/state_text.h"
 
 namespace {
@@ -11,6 +12,7 @@ struct state_array {
     char **slots;
     int capacity;
     const char *holds;
+    const char *holds_more = "";
 };
 
 constexpr state_array STATE_ARRAYS[] = {
@@ -20,30 +22,29 @@ constexpr state_array STATE_ARRAYS[] = {
     {newPathList, ARGUMENT_SLOTS, "rewritten path lists"},
     {updated_options_for_var, VARIABLE_SLOTS, "host options of an option variable"},
     {options_for_quorvel_guest_var, VARIABLE_SLOTS, "guest options of an option variable"},
-    {non_path_options_array, OPTION_SLOTS, "NON_PATH_OPTIONS entries"},
-    {allow_vm_properties_array, OPTION_SLOTS, "ALLOW_VM_OPTIONS entries"},
-    {ignore_properties_array, OPTION_SLOTS, "IGNORE_OPTIONS entries"},
-    {jvm_options_array, OPTION_SLOTS, "JVM_OPTIONS entries"},
-    {container_options_array, OPTION_SLOTS, "CONTAINER_OPTIONS entries"},
 };
 
-constexpr state_array UNKNOWN_ARRAY = {nullptr, ARGUMENT_SLOTS, "entries"};
-
-const state_array &describe(char **array) {
+state_array describe(char **array) {
     for (const state_array &known : STATE_ARRAYS) {
         if (known.slots == array) {
             return known;
         }
     }
-    return UNKNOWN_ARRAY;
+    for (const setting &row : SETTINGS) {
+        if (row.list.slots == array) {
+            return {array, row.list.limit, row.key, " entries"};
+        }
+    }
+    return {array, ARGUMENT_SLOTS, "entries"};
 }
 
 } // namespace
 
 void append_entry(char **array, int *count, char *entry) {
-    const state_array &described = describe(array);
+    const state_array described = describe(array);
     if (*count >= described.capacity) {
-        refuse_entry(described.holds, described.capacity);
+        refuse_entry(format_text("%s%s", described.holds, described.holds_more).get(),
+                     described.capacity);
     }
     array[(*count)++] = entry;
 }

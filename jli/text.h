@@ -25,6 +25,11 @@ text_ptr format_text_list(const char *format, va_list arguments) JLI_PRINTF_LIKE
 // Writes the text in one piece and flushes the stream.
 void print_text(FILE *stream, const text_ptr &text);
 
+// Whether there is a text and it is not empty.
+inline bool is_set(const char *text) {
+    return text != nullptr && *text != '\0';
+}
+
 text_ptr copy_text(std::string_view text);
 
 // Copies `text` to `to`, without a terminator; returned is what follows the copy.

@@ -15,7 +15,6 @@
 namespace {
 
 constexpr int SMALLEST_HEAP_MEGABYTES = 256;
-constexpr size_t MEMORY_VALUE_SIZE = 50;
 
 // atoi, but a number that is too large for an int stays too large.
 int number_at_start(const char *text) {

@@ -26,10 +26,6 @@ constexpr const char *INTERNAL_PACKAGE_OPTIONS[] = {
 
 const argument_list LHS = {lhs, &lhs_count};
 
-bool is_set(const char *text) {
-    return text != nullptr && *text != '\0';
-}
-
 // Returns whether one of the arguments has put rule_file_arg in its own place.
 bool process_args(int argc, char *const *argv) {
     int main_class_found = 0;

@@ -1,0 +1,108 @@
+#include "core/settings.h"
+
+#include <cstdint>
+#include <sys/time.h>
+#include <unistd.h>
+
+#include "core/jlp_vars.h"
+#include "core/launch_mode.h"
+#include "core/state_text.h"
+#include "platform/files.h"
+
+namespace {
+
+// Milliseconds since 1970, of which the name keeps the low 32 bits.
+text_ptr log_file_name() {
+    timeval now = {};
+    gettimeofday(&now, nullptr);
+    const double milliseconds =
+        static_cast<double>(now.tv_sec) * 1000.0 + static_cast<double>(now.tv_usec) / 1000.0;
+    const unsigned long stamp = static_cast<uint32_t>(static_cast<uint64_t>(milliseconds));
+    return format_text("%cjlp_ts%lu_pid%d.log", file_separator, stamp, static_cast<int>(getpid()));
+}
+
+bool show_start(const setting &, char *) {
+    JLI_SetTraceLauncher();
+    return true;
+}
+
+bool open_log_file(const setting &, char *path) {
+    if (is_directory(path)) {
+        append_to_state_text(path, log_file_name().get());
+    }
+    if (LOG_FILE_FD != nullptr) {
+        fclose(LOG_FILE_FD);
+    }
+    LOG_FILE_FD = open_text_file(path, "w+");
+    if (LOG_FILE_FD == nullptr) {
+        print_text(stderr, format_text("Error! Could not open log_file_path: %s\n", path));
+        exit(-1);
+    }
+    return true;
+}
+
+bool set_launch_mode(const setting &row, char *value) {
+    if (!is_native_invocation) {
+        for (const char *mode : {"patch", "secure", "ri", "legacy", "advanced"}) {
+            if (std::string_view(value).starts_with(mode)) {
+                assign_text(&launch_mode, value);
+                use_advanced_launch_mode = launch_mode_begins_with("advanced") ? 1 : 0;
+                return true;
+            }
+        }
+    }
+    assign_text(&launch_mode, row.preset);
+    use_advanced_launch_mode = 1;
+    return false;
+}
+
+// In the advanced mode no argument is made of it.
+void dump_allow_vm_option() {
+    if (!use_advanced_launch_mode) {
+        JLI_TraceLauncher("        allow_vm_properties_option(LLM): %s\n",
+                          allow_vm_properties_option);
+    }
+}
+
+// The limit of a list is what its array holds.
+template <int slot_count>
+constexpr setting list_row(const char *key, value_kind kind, const char *label, int label_width,
+                           char *(&slots)[slot_count], int &count, const char *entry_label,
+                           int entry_gap, char **argument = nullptr,
+                           const char *argument_format = nullptr, void (*dump_more)() = nullptr) {
+    const option_list list = {slots, &count, slot_count, entry_label, entry_gap};
+    return {key, kind, label, label_width, nullptr, argument, argument_format, list, dump_more};
+}
+
+} // namespace
+
+using enum value_kind;
+
+const setting SETTINGS[] = {
+    {.key = "LAUNCH_MODE",
+     .kind = mode,
+     .text = &launch_mode,
+     .preset = "advanced",
+     .apply = set_launch_mode},
+    {.key = "SHOW_START", .kind = toggle, .apply = show_start},
+    {.key = "LOG_FILE_OR_DIR", .kind = path, .label = "log_file_path:", .apply = open_log_file},
+    {"CONTAINER_HOME", path, "container_home:", 38, &container_home},
+    {"JVM_HOME", path, "jvm_home:", 38, &jvm_home},
+    {"QUORVEL_HOME", path, "quorvel_home:", 38, &quorvel_home},
+    {"RULE_FILE", path, "rule_file_arg:", 38, &rule_file, &rule_file_arg,
+     "-Dcom.quorvel.rules.local=%s"},
+    {"QUORVEL_PROPERTIES_FILE", path, "quorvel_properties_arg:", 38, &quorvel_properties_file,
+     &quorvel_properties_arg, "-Dcom.quorvel.QuorvelProperties=%s"},
+    {"QUORVEL_NATIVE_AGENT", path, "quorvel_library_path:", 38, &quorvel_library_path},
+    list_row("NON_PATH_OPTIONS", list, "non_path_options_value:", 35, non_path_options_array,
+             non_path_options_count, "non_path_options_array", 2),
+    list_row("ALLOW_VM_OPTIONS", list, "allow_vm_properties_value:", 38, allow_vm_properties_array,
+             allow_vm_properties_count, "allow_vm_properties_array", 2, &allow_vm_properties_option,
+             "-Dcom.quorvel.AllowVMProperties=%s", dump_allow_vm_option),
+    list_row("IGNORE_OPTIONS", list, "ignore_properties_value:", 36, ignore_properties_array,
+             ignore_properties_count, "ignore_properties_array", 2),
+    list_row("JVM_OPTIONS", quoted_list, "jvm_options_value:", 38, jvm_options_array,
+             jvm_options_count, "jvm_options_array", 10),
+    list_row("CONTAINER_OPTIONS", quoted_list, "container_options_value:", 38,
+             container_options_array, container_options_count, "container_options_array", 4),
+};
