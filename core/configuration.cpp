@@ -28,7 +28,7 @@ void preset_settings() {
     const text_ptr argument = format_text("-Dcom.quorvel.LauncherPackPath=%s", launcher_home);
     assign_text(&launcher_path_arg, processArg(argument.get()));
     launch_mode = nullptr;
-    assign_text(&launch_mode, "advanced");
+    assign_text(&launch_mode, launch_modes[0].name);
     for (char **setting : {&container_home, &jvm_home, &quorvel_home, &rule_file, &rule_file_arg,
                            &quorvel_properties_file, &quorvel_properties_arg, &quorvel_library_path,
                            &allow_vm_properties_option}) {
@@ -93,18 +93,14 @@ void allow_vm_options(config_loading &loading, const char *value) {
 }
 
 void set_launch_mode(config_loading &loading, const char *value) {
-    if (!is_native_invocation) {
-        for (const char *mode : {"patch", "secure", "ri", "legacy", "advanced"}) {
-            if (std::string_view(value).starts_with(mode)) {
-                assign_text(&launch_mode, value);
-                use_advanced_launch_mode = launch_mode_begins_with("advanced") ? 1 : 0;
-                return;
-            }
-        }
+    const launch_mode_row &mode = launch_mode_of(value);
+    if (is_native_invocation || mode.name.empty()) {
+        loading.launch_mode_rejected = true;
+        assign_text(&launch_mode, launch_modes[0].name);
+    } else {
+        assign_text(&launch_mode, value);
     }
-    assign_text(&launch_mode, "advanced");
-    use_advanced_launch_mode = 1;
-    loading.launch_mode_rejected = true;
+    use_advanced_launch_mode = current_launch_mode().rules == argument_rules::advanced ? 1 : 0;
 }
 
 void resolve(const char *value, char *setting) {
@@ -191,8 +187,8 @@ void warn_of_rejected_launch_mode() {
                           launch_mode);
     } else {
         JLI_TraceLauncher("WARNING: LAUNCH_MODE must be one of the following "
-                          "[advanced, legacy, patch, secure, ri], defaulting to '%s'\n",
-                          launch_mode);
+                          "[%s], defaulting to '%s'\n",
+                          launch_mode_names, launch_mode);
     }
 }
 
