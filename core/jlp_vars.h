@@ -57,8 +57,7 @@ extern char *quorvel_home;   /* quorvel.jar and the native agents */
 
 /* ---- Settings of launcher.cfg: allocated by the configuration, 100000 bytes each ---- */
 
-/* Begins with "advanced" (the preset), "legacy", "patch", "secure" or "ri": readers compare
- * prefixes. Released by cleanup. */
+/* Begins with the name of a launch mode; launch_mode.h has their table. Released by cleanup. */
 extern char *launch_mode;
 extern char *launcher_path_arg;       /* -Dcom.quorvel.LauncherPackPath=..., in its command-line
                                          form; released by cleanup */

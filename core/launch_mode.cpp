@@ -23,13 +23,22 @@ constexpr launch_mode_row launch_modes[] = {
 
 namespace {
 
-// More names than there is room for are refused by the compiler.
+constexpr std::string_view SEPARATOR = ", ";
+
+constexpr size_t names_size() {
+    size_t size = 0;
+    for (const launch_mode_row &row : launch_modes) {
+        size += row.name.size() + SEPARATOR.size();
+    }
+    return size;
+}
+
+// Put together by the compiler.
 constexpr auto NAMES = [] {
-    std::array<char, 40> names{};
+    std::array<char, names_size()> names{};
     char *end = names.data();
     for (const launch_mode_row &row : std::span(launch_modes).first(std::size(launch_modes) - 1)) {
-        const std::string_view separator = &row == launch_modes ? "" : ", ";
-        end = std::ranges::copy(separator, end).out;
+        end = std::ranges::copy(&row == launch_modes ? "" : SEPARATOR, end).out;
         end = std::ranges::copy(row.name, end).out;
     }
     *end = '\0';

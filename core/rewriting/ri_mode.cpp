@@ -6,8 +6,9 @@
 
 namespace {
 
-// Whether the list ends with an option on modules that has no value yet: a value may read like one
-// of these options too, so they pair up from the first of a row of them.
+// Whether the last entry is an option on modules that still waits for its value. A value may read
+// like such an option too: in a row of them the first is an option, the second its value, and so
+// on.
 bool ends_with_module_option(const argument_list &list) {
     bool expects_value = false;
     for (int i = *list.count - 1; i >= 0 && is_module_value_option(list.entries[i]); i--) {

@@ -11,10 +11,13 @@
 void process_single_arg(const char *arg, char **leading, int *leading_count, char **trailing,
                         int *trailing_count, int *main_class_found, int *expect_classpath_value,
                         int *expect_module_value, int *rule_file_arg_added) {
-    if (*main_class_found || !is_arg_file(arg)) {
-        process_single_arg_for_launch_mode(arg, leading, leading_count, trailing, trailing_count,
+    const auto process = [&](const char *each) {
+        process_single_arg_for_launch_mode(each, leading, leading_count, trailing, trailing_count,
                                            main_class_found, expect_classpath_value,
                                            expect_module_value, rule_file_arg_added);
+    };
+    if (*main_class_found || !is_arg_file(arg)) {
+        process(arg);
         return;
     }
     JLI_List args = get_arg_list_from_arg_file(arg);
@@ -22,9 +25,7 @@ void process_single_arg(const char *arg, char **leading, int *leading_count, cha
         return;
     }
     for (size_t i = 0; i < args->size; i++) {
-        process_single_arg_for_launch_mode(args->elements[i], leading, leading_count, trailing,
-                                           trailing_count, main_class_found, expect_classpath_value,
-                                           expect_module_value, rule_file_arg_added);
+        process(args->elements[i]);
     }
     JLI_List_free(args);
 }

@@ -133,3 +133,23 @@ TEST(launch_modes, are_chosen_by_how_their_names_begin) {
         EXPECT_EQ(host_list() + guest_list(), row[2]) << row[0];
     }
 }
+
+TEST(launch_modes, take_a_text_that_is_none_of_them_for_one_of_its_own) {
+    make_disk();
+    for (const char *text : {static_cast<const char *>(nullptr), "other"}) {
+        start("legacy 8 8");
+        release_text(&launch_mode);
+        if (text != nullptr) {
+            assign_text(&launch_mode, text);
+        }
+        assign_text(&bin_dir, bin);
+        EXPECT_EQ(target_path("x").get(), here("C:\\J\\bin\\x"));
+        rewrite("-cp|C:\\L|Main");
+        EXPECT_EQ(host_list(), "-cp|C:\\C|-Dcom.quorvel.LauncherPackPath=C:\\L|-javaagent:\"C:\\Q\\quorvel.jar\"");
+    }
+    start("ri 9 8");
+    int flags[4] = {};
+    process_single_arg_for_legacy(here("--class-path=C:\\L").c_str(), lhs, &lhs_count, rhs, &rhs_count, &flags[0],
+                                  &flags[1], &flags[2], &flags[3]);
+    EXPECT_EQ(host_list(), "-cp|C:\\C"); // as in "legacy", which "ri" does not call it by
+}
