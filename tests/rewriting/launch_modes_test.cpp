@@ -51,6 +51,11 @@ advanced 9 8 -> -p|-cp|C:\L|C:\L\m|-Dx -> -p|C:\L\m -> -cp|C:\C|-Dx
 advanced 8 9 -> -p|m -> -p|-Xc|"-Dc=C:\L d" -> m
 legacy 9 9   -> -p|-cp|C:\L|-javaagent:m|-javaagent:a -> -p|-cp|C:\C|-javaagent:m -> -javaagent:a
 ri 9 8       -> -p|m|m|-p -> -p|m -> m|-p
+ri 9 8       -> -cp|--add-modules|m1|m2 -> -cp|--add-modules -> m1|m2
+ri 9 8       -> -cp|-p|--add-modules|-d|m1 -> -cp|-p|--add-modules|-d -> m1
+ri 9 8       -> -cp|"-cpx|-p|m1|m2 -> -cp|"-cpx|-p|m1 -> m2
+ri 9 8       -> -cp y|--class-path=a b|-p|-p|m1|m2 -> "-cp y"|"--class-path=a b"|-p|-p|m1 -> m2
+ri 8 8       -> -cp|--add-modules|m1 -> -cp|--add-modules -> m1
 // The end of the options
 native 8 8   -> C:\L\x|a b||-jar|C:\L\x -> C:\L\x|a b||-Xc|-Dc=C:\L d -> -jar|C:\L\x
 advanced 9 8 -> -jarx|C:\L -> -Xc|"-Dc=C:\L d" -> -jarx|C:\L
