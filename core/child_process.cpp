@@ -70,8 +70,7 @@ int execute_command(const char *command, char *const *argv, int argc) {
     JLI_TraceLauncher("---------------\n");
     JLI_TraceLauncher("%s\n\n", command_line.get());
     JLI_TraceLauncher("\n\n");
-    JLI_TraceLauncher(launch_mode_begins_with("ri") ? "EXECUTING RI PROCESS ......\n\n"
-                                                    : "EXECUTING QUORVEL AGENT PROCESS ......\n\n");
+    JLI_TraceLauncher("EXECUTING %s PROCESS ......\n\n", current_launch_mode().process);
 
     HANDLE job = create_job();
     STARTUPINFOA start_up = {};

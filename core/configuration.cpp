@@ -7,6 +7,7 @@
 #include "core/banner.h"
 #include "core/config_text.h"
 #include "core/jlp_vars.h"
+#include "core/launch_mode.h"
 #include "core/processed_args.h"
 #include "core/settings.h"
 #include "core/state_text.h"
@@ -114,8 +115,8 @@ void warn_of_refused_mode(const setting &row) {
                           launch_mode);
     } else {
         JLI_TraceLauncher("WARNING: %s must be one of the following "
-                          "[advanced, legacy, patch, secure, ri], defaulting to '%s'\n",
-                          row.key, launch_mode);
+                          "[%s], defaulting to '%s'\n",
+                          row.key, launch_mode_names, launch_mode);
     }
 }
 

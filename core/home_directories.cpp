@@ -83,13 +83,14 @@ void set_container_home_from_bundle() {
 } // namespace
 
 void fall_back_on_env_vars() {
-    if (is_empty(container_home) && launch_mode_uses_container()) {
+    const launch_mode_row &mode = current_launch_mode();
+    if (is_empty(container_home) && mode.runs_container()) {
         fall_back_on_env_var("CONTAINER_HOME", &container_home);
     }
     if (is_empty(jvm_home)) {
         fall_back_on_env_var("JVM_HOME", &jvm_home);
     }
-    if (is_empty(quorvel_home) && !launch_mode_begins_with("ri")) {
+    if (is_empty(quorvel_home) && mode.has_agents) {
         fall_back_on_env_var("QUORVEL_HOME", &quorvel_home);
     }
 }
@@ -127,14 +128,15 @@ text_ptr quorvel_home_fault() {
 }
 
 int validate_directories() {
-    const bool are_valid = (!launch_mode_uses_container() || passes(container_home_fault())) &&
+    const launch_mode_row &mode = current_launch_mode();
+    const bool are_valid = (!mode.runs_container() || passes(container_home_fault())) &&
                            passes(jvm_home_fault()) &&
-                           (launch_mode_begins_with("ri") || passes(quorvel_home_fault()));
+                           (!mode.has_agents || passes(quorvel_home_fault()));
     return are_valid ? SUCCESS : FAILURE;
 }
 
 text_ptr target_path(const char *executable_name) {
-    const char *home = launch_mode_uses_container() ? container_home : jvm_home;
+    const char *home = *current_launch_mode().java_home;
     return format_text("%s%s%c%s", home, bin_dir, file_separator, executable_name);
 }
 

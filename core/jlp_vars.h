@@ -64,8 +64,8 @@ extern char *rule_file;                  /* full path */
 extern char *quorvel_properties_file;    /* full path */
 extern char *quorvel_library_path;       /* full path of a native agent */
 extern char *allow_vm_properties_option; /* -Dcom.quorvel.AllowVMProperties=... */
-/* Released by cleanup, which leaves the last pointer. Every reader of the launch mode compares its
- * beginning with "advanced" (the preset), "legacy", "patch", "secure" or "ri". */
+/* Released by cleanup, which leaves the last pointer. The launch mode begins with the name of
+ * one; launch_mode.h has their table. */
 extern char *launch_mode;
 extern char *launcher_path_arg;      /* -Dcom.quorvel.LauncherPackPath=..., as for a command line */
 extern char *rule_file_arg;          /* -Dcom.quorvel.rules.local=... */

@@ -43,7 +43,7 @@ void init_guest_version() {
     if (has_java_9_layout(container_home)) {
         is_guest_java_9_plus = 1;
     }
-    if (launch_mode_uses_container()) {
+    if (current_launch_mode().runs_container()) {
         JLI_TraceLauncher("Guest JVM is Java %s\n", version_text(is_guest_java_9_plus));
     }
 }

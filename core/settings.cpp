@@ -42,18 +42,10 @@ bool open_log_file(const setting &, char *path) {
 }
 
 bool set_launch_mode(const setting &row, char *value) {
-    if (!is_native_invocation) {
-        for (const char *mode : {"patch", "secure", "ri", "legacy", "advanced"}) {
-            if (std::string_view(value).starts_with(mode)) {
-                assign_text(&launch_mode, value);
-                use_advanced_launch_mode = launch_mode_begins_with("advanced") ? 1 : 0;
-                return true;
-            }
-        }
-    }
-    assign_text(&launch_mode, row.preset);
-    use_advanced_launch_mode = 1;
-    return false;
+    const bool is_taken = !is_native_invocation && !launch_mode_of(value).name.empty();
+    assign_text(&launch_mode, is_taken ? value : row.preset);
+    use_advanced_launch_mode = current_launch_mode().rules == argument_rules::advanced ? 1 : 0;
+    return is_taken;
 }
 
 // In the advanced mode no argument is made of it.
@@ -82,7 +74,7 @@ const setting SETTINGS[] = {
     {.key = "LAUNCH_MODE",
      .kind = mode,
      .text = &launch_mode,
-     .preset = "advanced",
+     .preset = DEFAULT_LAUNCH_MODE,
      .apply = set_launch_mode},
     {.key = "SHOW_START", .kind = toggle, .apply = show_start},
     {.key = "LOG_FILE_OR_DIR", .kind = path, .label = "log_file_path:", .apply = open_log_file},

@@ -151,11 +151,11 @@ const char *origin_of(const home &each, bool is_configured) {
 
 // Prints where each home came from and whether it passes; returns whether all that are needed do.
 bool explain_homes() {
-    const bool is_for_container = launch_mode_uses_container();
+    const launch_mode_row &mode = current_launch_mode();
     const home homes[] = {
-        {"CONTAINER_HOME", &container_home, is_for_container, container_home_fault},
+        {"CONTAINER_HOME", &container_home, mode.runs_container(), container_home_fault},
         {"JVM_HOME", &jvm_home, true, jvm_home_fault},
-        {"QUORVEL_HOME", &quorvel_home, !launch_mode_begins_with("ri"), quorvel_home_fault},
+        {"QUORVEL_HOME", &quorvel_home, mode.has_agents, quorvel_home_fault},
     };
     bool is_configured[std::size(homes)];
     for (size_t i = 0; i < std::size(homes); i++) {

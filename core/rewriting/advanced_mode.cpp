@@ -7,8 +7,24 @@
 
 namespace {
 
-// Options of the guest's JVM: to the guest, and to the host as well where it is allowed to have
-// them.
+// Properties of both sides.
+constexpr std::string_view NETWORK_AND_ENCODING[] = {
+    "-Djava.net.preferIPv",
+    "-Dsun.net.inetaddr.ttl=",
+    "-Dnetworkaddress.cache.ttl=",
+    "-Dsun.net.inetaddr.negative.ttl=",
+    "-Dnetworkaddress.cache.negative.ttl=",
+    "-Dfile.encoding",
+};
+
+// Properties of the host.
+constexpr std::string_view QUORVEL_PROPERTIES[] = {"-Dquorvel:", "-Dcom.quorvel."};
+
+// Every other property, and what the guest's user asks its JVM for.
+constexpr std::string_view GUEST_OPTIONS[] = {"-D",         "-help",    "-?",
+                                              "-javaagent", "-manpage", "-version"};
+
+// To the guest, and to the host as well where it is allowed to have them.
 void place_guest_option(const argument_list &host, const argument_list &guest, const char *arg) {
     if (is_xbootclasspath_arg(arg)) {
         place(guest, moved_boot_class_path(arg, container_home));
@@ -32,6 +48,9 @@ void process_single_arg_for_advanced(const char *arg, char **host, int *host_cou
     const std::string_view text(arg);
     const argument_list to_host = {host, host_count};
     const argument_list to_guest = {guest, guest_count};
+    // The first that holds decides. So what is dropped never counts as a value, a class path option
+    // is none either, a value is one whatever it reads like, and the properties of both sides and
+    // of the host come before "-D", which begins them all.
     if (*main_class_found) {
         place(to_guest, arg);
     } else if (is_ignore_property(arg, is_host_java_9_plus)) {
@@ -55,10 +74,7 @@ void process_single_arg_for_advanced(const char *arg, char **host, int *host_cou
         apply_configured_container_options(guest, guest_count, host, host_count);
         place(to_guest, arg);
         *main_class_found = 1;
-    } else if (begins_with_any(text,
-                               {"-Djava.net.preferIPv", "-Dsun.net.inetaddr.ttl=",
-                                "-Dnetworkaddress.cache.ttl=", "-Dsun.net.inetaddr.negative.ttl=",
-                                "-Dnetworkaddress.cache.negative.ttl=", "-Dfile.encoding"})) {
+    } else if (begins_with_any(text, NETWORK_AND_ENCODING)) {
         place(to_host, arg);
         place(to_guest, arg);
     } else if (text.starts_with("-fullversion")) {
@@ -66,15 +82,13 @@ void process_single_arg_for_advanced(const char *arg, char **host, int *host_cou
         place_constant(to_guest, "-version");
     } else if (is_heap_size_in_megabytes(arg)) {
         place_heap_size(to_host, arg);
-    } else if (begins_with_any(text, {"-Dquorvel:", "-Dcom.quorvel."})) {
+    } else if (begins_with_any(text, QUORVEL_PROPERTIES)) {
         if (text.starts_with("-Dcom.quorvel.rules.local")) {
             place_rules_property(to_host, arg, rule_file_arg_added);
         } else {
             place(to_host, arg);
         }
-    } else if (begins_with_any(text,
-                               {"-D", "-help", "-?", "-javaagent", "-manpage", "-version",
-                                "-Xbootclasspath:", "-Xbootclasspath/p:", "-Xbootclasspath/a:"})) {
+    } else if (begins_with_any(text, GUEST_OPTIONS) || is_xbootclasspath_arg(arg)) {
         place_guest_option(to_host, to_guest, arg);
     } else {
         place(to_host, arg);

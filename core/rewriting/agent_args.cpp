@@ -70,13 +70,14 @@ text_ptr library_path_with_agents(const char *old_path) {
 } // namespace
 
 void add_agent_args() {
-    if (launch_mode_uses_container()) {
+    const launch_mode_row &mode = current_launch_mode();
+    if (mode.runs_container()) {
         append_to_lhs(format_text(is_native_invocation ? "-Dcom.quorvel.ContainerHome=%s"
                                                        : "\"-Dcom.quorvel.ContainerHome=%s\"",
                                   container_home));
         append_to_lhs(native_agent_arg());
     }
-    if (!launch_mode_begins_with("ri")) {
+    if (mode.has_agents) {
         append_to_lhs(format_text(is_native_invocation ? "-javaagent:%s%s" : "-javaagent:\"%s%s\"",
                                   quorvel_home, slash_quorvel_jar));
     }

@@ -16,27 +16,23 @@
 
 namespace {
 
-constexpr char ASTERISKS[] = "****************************************************************\n";
 constexpr size_t LIST_CAPACITY = 8;
 
-void trace_warning(const char *name) {
-    JLI_TraceLauncher("\n\n");
-    JLI_TraceLauncher(ASTERISKS);
-    JLI_TraceLauncher("********* WARNING: A JVM ENV VAR, '%s', has been set.\n", name);
-    if (strcmp(name, "_JAVA_OPTIONS") == 0) {
-        JLI_TraceLauncher("*********          This var can override JVM arguments on the command "
-                          "line,\n");
-        JLI_TraceLauncher("*********          and can change the runtime behaviour of the "
-                          "application.\n");
-    } else {
-        JLI_TraceLauncher("*********          This var cannot override existing JVM arguments on "
-                          "the command line,\n");
-        JLI_TraceLauncher("*********          but it can add arguments that can change the runtime "
-                          "behaviour of the application.\n");
-    }
-    JLI_TraceLauncher(ASTERISKS);
-    JLI_TraceLauncher("\n");
-}
+constexpr char WARNING[] = R"(
+
+****************************************************************
+********* WARNING: A JVM ENV VAR, '%s', has been set.
+%s****************************************************************
+
+)";
+constexpr char OVERRIDES[] =
+    R"(*********          This var can override JVM arguments on the command line,
+*********          and can change the runtime behaviour of the application.
+)";
+constexpr char ADDS[] =
+    R"(*********          This var cannot override existing JVM arguments on the command line,
+*********          but it can add arguments that can change the runtime behaviour of the application.
+)";
 
 void set_variable_or_exit(const char *name, const char *value) {
     if (!SetEnvironmentVariableA(name, value)) {
@@ -57,19 +53,12 @@ void set_to_joined(const char *name, char *const *options, int count) {
 }
 
 void rewrite_options(const char *name, const char *guest_name, JLI_List options) {
-    int main_class_found = 0;
-    int expect_classpath_value = 0;
-    int expect_module_value = 0;
-    int rule_file_arg_added = 0;
-    trace_warning(name);
+    JLI_TraceLauncher(WARNING, name, strcmp(name, "_JAVA_OPTIONS") == 0 ? OVERRIDES : ADDS);
     updated_options_for_var_count = 0;
     options_for_quorvel_guest_var_count = 0;
-    for (size_t i = 0; i < options->size; i++) {
-        process_single_arg(options->elements[i], updated_options_for_var,
-                           &updated_options_for_var_count, options_for_quorvel_guest_var,
-                           &options_for_quorvel_guest_var_count, &main_class_found,
-                           &expect_classpath_value, &expect_module_value, &rule_file_arg_added);
-    }
+    process_args(static_cast<int>(options->size), options->elements,
+                 {updated_options_for_var, &updated_options_for_var_count},
+                 {options_for_quorvel_guest_var, &options_for_quorvel_guest_var_count});
     set_to_joined(name, updated_options_for_var, updated_options_for_var_count);
     if (use_advanced_launch_mode) {
         set_to_joined(guest_name, options_for_quorvel_guest_var,
@@ -90,10 +79,7 @@ void append_guest_options(const char *guest_name) {
 
 void process_jvm_env_var(const char *name) {
     if (strcmp(name, "CLASSPATH") == 0) {
-        const bool uses_jvm_home = launch_mode_begins_with("patch") ||
-                                   launch_mode_begins_with("secure") ||
-                                   launch_mode_begins_with("ri");
-        process_classpath_env_var(uses_jvm_home ? jvm_home : container_home);
+        process_classpath_env_var(*current_launch_mode().paths_move_to);
         return;
     }
     const text_ptr guest_name = format_text("QUORVEL_GUEST_%s", name);

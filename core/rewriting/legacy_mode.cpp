@@ -12,8 +12,10 @@ void process_single_arg_for_legacy(const char *arg, char **leading, int *leading
     const std::string_view text(arg);
     const argument_list to_leading = {leading, leading_count};
     const argument_list to_trailing = {trailing, trailing_count};
+    // A mode that has other rules counts as "legacy" here.
+    const launch_mode_row &mode = current_launch_mode();
     const bool is_legacy_proper =
-        !launch_mode_begins_with("patch") && !launch_mode_begins_with("secure");
+        mode.rules != argument_rules::legacy || mode.paths_move_to == &container_home;
     const char *home = is_legacy_proper ? container_home : jvm_home;
     // A guest of Java 8 or earlier knows no other form.
     const bool class_path_as_cp = is_legacy_proper && !is_guest_java_9_plus;

@@ -25,24 +25,9 @@ constexpr const char *INTERNAL_PACKAGE_OPTIONS[] = {
 };
 
 const argument_list LHS = {lhs, &lhs_count};
+const argument_list RHS = {rhs, &rhs_count};
 
-// Returns whether one of the arguments has put rule_file_arg in its own place.
-bool process_args(int argc, char *const *argv) {
-    int main_class_found = 0;
-    int expect_classpath_value = 0;
-    int expect_module_value = 0;
-    int rule_file_arg_added = 0;
-    for (int i = 0; i < argc; i++) {
-        process_single_arg(argv[i], lhs, &lhs_count, rhs, &rhs_count, &main_class_found,
-                           &expect_classpath_value, &expect_module_value, &rule_file_arg_added);
-    }
-    if (argc == 0 && use_advanced_launch_mode) {
-        apply_configured_container_options(rhs, &rhs_count, lhs, &lhs_count);
-    }
-    return rule_file_arg_added != 0;
-}
-
-void append_quorvel_properties(bool rule_file_arg_added) {
+void append_quorvel_properties(const launch_mode_row &mode, bool rule_file_arg_added) {
     if (is_set(rule_file) && !rule_file_arg_added) {
         place(LHS, rule_file_arg);
     }
@@ -52,8 +37,8 @@ void append_quorvel_properties(bool rule_file_arg_added) {
     if (JLI_IsTraceLauncher()) {
         place_constant(LHS, "-Dcom.quorvel.ShowStart=true");
     }
-    if (launch_mode_begins_with("patch")) {
-        place_constant(LHS, "-Dcom.quorvel.AgentEnvironment=patch");
+    if (mode.agent_environment != nullptr) {
+        place_constant(LHS, mode.agent_environment);
     }
     place_constant(LHS, launcher_path_arg);
 }
@@ -112,71 +97,61 @@ void release_list_entries(char **entries, int count) {
     }
 }
 
-void trace_entries(char *const *entries, int count) {
-    for (int i = 0; i < count; i++) {
-        JLI_TraceLauncher(i == 0 ? "%s" : ", %s", entries[i]);
+void trace_list(const argument_list &list) {
+    for (int i = 0; i < *list.count; i++) {
+        JLI_TraceLauncher(i == 0 ? "%s" : ", %s", list.entries[i]);
     }
+    JLI_TraceLauncher("\n\n");
 }
 
 void trace_host_and_guest() {
-    JLI_TraceLauncher("ADVANCED LAUNCH MODE HOST ARGS:\n");
-    JLI_TraceLauncher("-------------------------------\n");
-    trace_entries(lhs, lhs_count);
-    JLI_TraceLauncher("\n\n");
-    JLI_TraceLauncher("ADVANCED LAUNCH MODE GUEST ARGS:\n");
-    JLI_TraceLauncher("--------------------------------\n");
-    trace_entries(rhs, rhs_count);
-    JLI_TraceLauncher("\n\n");
+    JLI_TraceLauncher("ADVANCED LAUNCH MODE HOST ARGS:\n-------------------------------\n");
+    trace_list(LHS);
+    JLI_TraceLauncher("ADVANCED LAUNCH MODE GUEST ARGS:\n--------------------------------\n");
+    trace_list(RHS);
 }
 
-void trace_one_list() {
-    if (launch_mode_begins_with("patch")) {
-        JLI_TraceLauncher("PATCH LAUNCH MODE ARGS:\n");
-        JLI_TraceLauncher("-----------------------\n");
-    } else if (launch_mode_begins_with("secure")) {
-        JLI_TraceLauncher("SECURE LAUNCH MODE ARGS:\n");
-        JLI_TraceLauncher("------------------------\n");
-    } else {
-        JLI_TraceLauncher("LEGACY LAUNCH MODE ARGS:\n");
-        JLI_TraceLauncher("------------------------\n");
-    }
+void trace_one_list(const char *title) {
+    JLI_TraceLauncher("%s", title);
     for (int i = 0; i < lhs_count; i++) {
         JLI_TraceLauncher("%s, ", lhs[i]);
     }
-    trace_entries(rhs, rhs_count);
-    JLI_TraceLauncher("\n\n");
+    trace_list(RHS);
 }
 
 } // namespace
 
 void parse_arguments(int argc, char *const *argv) {
     const shared_disk_queries shared;
-    const bool has_agents = !launch_mode_begins_with("ri");
+    const launch_mode_row &mode = current_launch_mode();
     if (!is_native_invocation) {
         process_jvm_env_var("JDK_JAVA_OPTIONS");
         process_jvm_env_var("JAVA_TOOL_OPTIONS");
         process_jvm_env_var("CLASSPATH");
     }
-    const bool rule_file_arg_added = process_args(argc, argv);
+    const bool rule_file_arg_added = process_args(argc, argv, LHS, RHS);
+    if (argc == 0 && use_advanced_launch_mode) {
+        apply_configured_container_options(rhs, &rhs_count, lhs, &lhs_count);
+    }
     if (!use_advanced_launch_mode && is_set(allow_vm_properties_option)) {
         place(LHS, allow_vm_properties_option);
     }
-    if (has_agents) {
-        append_quorvel_properties(rule_file_arg_added);
+    if (mode.has_agents) {
+        append_quorvel_properties(mode, rule_file_arg_added);
     }
     if (is_native_invocation) {
         place_constant(LHS, "-Dcom.quorvel.jnimode=true");
     }
-    if (has_agents && is_host_java_9_plus) {
+    if (mode.has_agents && is_host_java_9_plus) {
         place(LHS, "-Xshare:off");
         place(LHS, "-XX:+IgnoreUnrecognizedVMOptions");
     }
     const bool is_patched = append_jvm_options();
-    if (has_agents && is_host_java_9_plus) {
+    if (mode.has_agents && is_host_java_9_plus) {
         if (!is_patched) {
             append_patch_module();
         }
-        if (launch_mode_begins_with("patch") || launch_mode_begins_with("secure")) {
+        if (mode.opens_internal_packages) {
             append_internal_packages();
         }
     }
@@ -185,7 +160,7 @@ void parse_arguments(int argc, char *const *argv) {
     if (use_advanced_launch_mode == 1) {
         trace_host_and_guest();
     } else {
-        trace_one_list();
+        trace_one_list(mode.arguments_title);
     }
     add_agent_args();
 }

@@ -1,19 +1,39 @@
 #include "core/rewriting/ri_mode.h"
 
+#include <cstring>
+
 #include "core/jlp_vars.h"
 #include "core/rewriting/java_options.h"
 #include "core/rewriting/option_filters.h"
 
 namespace {
 
-// Whether the list ends with an option on modules that has no value yet: a value may read like one
-// of these options too, so they pair up from the first of a row of them.
+// How an entry began before its command-line form put quotes around blanks.
+const char *without_quote(const char *entry) {
+    const bool is_quoted = !is_native_invocation && strchr(entry, ' ') != nullptr;
+    return is_quoted ? entry + 1 : entry;
+}
+
+// Whether the last entry is an option on modules that still waits for its value. A value may read
+// like such an option too: in a row of them the first is an option, the second its value, and so
+// on. After a class path option, which always is one, the first is the value of that.
 bool ends_with_module_option(const argument_list &list) {
-    bool expects_value = false;
-    for (int i = *list.count - 1; i >= 0 && is_module_value_option(list.entries[i]); i--) {
-        expects_value = !expects_value;
+    int i = *list.count - 1;
+    while (i >= 0 && is_module_value_option(list.entries[i])) {
+        i--;
     }
-    return expects_value;
+    int row_length = *list.count - 1 - i;
+    if (row_length == 0) {
+        return false;
+    }
+    // An assignment of the class path is no value either.
+    while (i >= 0 && is_class_path_assignment(without_quote(list.entries[i]))) {
+        i--;
+    }
+    if (i >= 0 && is_class_path_option(without_quote(list.entries[i]))) {
+        row_length--;
+    }
+    return row_length % 2 == 1;
 }
 
 } // namespace

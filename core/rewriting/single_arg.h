@@ -21,6 +21,13 @@ void process_single_arg_for_launch_mode(const char *arg, char **leading, int *le
 
 #ifdef __cplusplus
 }
+
+struct argument_list; // java_options.h
+
+// Rewrites the arguments of one command line or option variable in their order, with flags of their
+// own. Returns whether one of them has put rule_file_arg in its place.
+bool process_args(int argc, char *const *argv, const argument_list &leading,
+                  const argument_list &trailing);
 #endif
 
 #endif

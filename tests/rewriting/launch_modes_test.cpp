@@ -51,6 +51,11 @@ advanced 9 8 -> -p|-cp|C:\L|C:\L\m|-Dx -> -p|C:\L\m -> -cp|C:\C|-Dx
 advanced 8 9 -> -p|m -> -p|-Xc|"-Dc=C:\L d" -> m
 legacy 9 9   -> -p|-cp|C:\L|-javaagent:m|-javaagent:a -> -p|-cp|C:\C|-javaagent:m -> -javaagent:a
 ri 9 8       -> -p|m|m|-p -> -p|m -> m|-p
+ri 9 8       -> -cp|--add-modules|m1|m2 -> -cp|--add-modules -> m1|m2
+ri 9 8       -> -cp|-p|--add-modules|-d|m1 -> -cp|-p|--add-modules|-d -> m1
+ri 9 8       -> -cp|"-cpx|-p|m1|m2 -> -cp|"-cpx|-p|m1 -> m2
+ri 9 8       -> -cp y|--class-path=a b|-p|-p|m1|m2 -> "-cp y"|"--class-path=a b"|-p|-p|m1 -> m2
+ri 8 8       -> -cp|--add-modules|m1 -> -cp|--add-modules -> m1
 // The end of the options
 native 8 8   -> C:\L\x|a b||-jar|C:\L\x -> C:\L\x|a b||-Xc|-Dc=C:\L d -> -jar|C:\L\x
 advanced 9 8 -> -jarx|C:\L -> -Xc|"-Dc=C:\L d" -> -jarx|C:\L
@@ -132,4 +137,24 @@ TEST(launch_modes, are_chosen_by_how_their_names_begin) {
         place_each("-cp|C:\\L");
         EXPECT_EQ(host_list() + guest_list(), row[2]) << row[0];
     }
+}
+
+TEST(launch_modes, take_a_text_that_is_none_of_them_for_one_of_its_own) {
+    make_disk();
+    for (const char *text : {static_cast<const char *>(nullptr), "other"}) {
+        start("legacy 8 8");
+        release_text(&launch_mode);
+        if (text != nullptr) {
+            assign_text(&launch_mode, text);
+        }
+        assign_text(&bin_dir, bin);
+        EXPECT_EQ(target_path("x").get(), here("C:\\J\\bin\\x"));
+        rewrite("-cp|C:\\L|Main");
+        EXPECT_EQ(host_list(), "-cp|C:\\C|-Dcom.quorvel.LauncherPackPath=C:\\L|-javaagent:\"C:\\Q\\quorvel.jar\"");
+    }
+    start("ri 9 8");
+    int flags[4] = {};
+    process_single_arg_for_legacy(here("--class-path=C:\\L").c_str(), lhs, &lhs_count, rhs, &rhs_count, &flags[0],
+                                  &flags[1], &flags[2], &flags[3]);
+    EXPECT_EQ(host_list(), "-cp|C:\\C"); // as in "legacy", which "ri" does not call it by
 }
