@@ -51,8 +51,7 @@ void load_value(config_loading &loading, const setting &row, text_ptr value) {
     text_ptr &value_of_load = loading.values[&row - SETTINGS];
     char *loaded = value.get();
     const bool is_empty = *loaded == '\0';
-    const bool is_off =
-        row.kind == value_kind::toggle && !std::string_view(loaded).starts_with("true");
+    const bool is_off = row.kind == value_kind::toggle && strncmp(loaded, "true", 4) != 0;
     if (row.flag != nullptr) {
         *row.flag = is_off || is_native_invocation ? 0 : 1;
     } else if (row.kind == value_kind::path) {

@@ -70,7 +70,7 @@ constexpr setting list_row(const char *key, value_kind kind, const char *label, 
 
 using enum value_kind;
 
-const setting SETTINGS[] = {
+constexpr setting SETTINGS[] = {
     {.key = "LAUNCH_MODE",
      .kind = mode,
      .text = &launch_mode,
@@ -98,3 +98,4 @@ const setting SETTINGS[] = {
     list_row("CONTAINER_OPTIONS", quoted_list, "container_options_value:", 38,
              container_options_array, container_options_count, "container_options_array", 4),
 };
+static_assert(SETTINGS[SETTING_COUNT - 1].key != nullptr, "SETTING_COUNT exceeds the rows");

@@ -12,7 +12,7 @@ struct state_array {
     char **slots;
     int capacity;
     const char *holds;
-    const char *holds_more = "";
+    const char *more = "";
 };
 
 constexpr state_array STATE_ARRAYS[] = {
@@ -41,10 +41,9 @@ state_array describe(char **array) {
 } // namespace
 
 void append_entry(char **array, int *count, char *entry) {
-    const state_array described = describe(array);
-    if (*count >= described.capacity) {
-        refuse_entry(format_text("%s%s", described.holds, described.holds_more).get(),
-                     described.capacity);
+    const state_array known = describe(array);
+    if (*count >= known.capacity) {
+        refuse_entry(format_text("%s%s", known.holds, known.more).get(), known.capacity);
     }
     array[(*count)++] = entry;
 }
