@@ -25,7 +25,7 @@ constexpr int TEXT_SIZE = 100000;
 text_ptr format_text(const char *format, ...) JLI_PRINTF_LIKE(1, 2);
 text_ptr format_text_list(const char *format, va_list arguments) JLI_PRINTF_LIKE(1, 0);
 
-// Writes the text in one piece and flushes the stream.
+// Writes the text as write_text() does.
 void print_text(FILE *stream, const text_ptr &text);
 
 text_ptr copy_text(std::string_view text);

@@ -50,7 +50,7 @@ TEST(executable, is_small_and_imports_two_libraries) {
     EXPECT_EQ(imported(bytes), (std::set<std::string>{"KERNEL32.dll", "msvcrt.dll"}));
 }
 
-TEST(executable, moves_and_runs_no_data_and_marks_where_calls_may_land) {
+TEST(executable, moves_and_runs_no_data) {
     const std::string bytes = launcher_bytes();
     const size_t pe = at<uint32_t>(bytes, 0x3C);
     const size_t optional = pe + 24;
@@ -66,11 +66,4 @@ TEST(executable, moves_and_runs_no_data_and_marks_where_calls_may_land) {
         const size_t section = sections + static_cast<size_t>(i) * 40;
         EXPECT_NE(at<uint32_t>(bytes, section + 36) & (executes | writes), executes | writes) << bytes.data() + section;
     }
-
-    const std::string endbr64 = "\xF3\x0F\x1E\xFA";
-    int landings = 0;
-    for (size_t i = bytes.find(endbr64); i != std::string::npos; i = bytes.find(endbr64, i + 1)) {
-        landings++;
-    }
-    EXPECT_GT(landings, 50);
 }
