@@ -2,7 +2,6 @@
 
 #include <cstdlib>
 #include <cwchar>
-#include <initializer_list>
 
 #include "platform/command_line.h"
 #include "platform/windows/wide_text.h"
@@ -43,18 +42,33 @@ wchar_t *new_command_line(const char *command, const char *arguments) {
     return line;
 }
 
-// A process whose standard handles were not named got copies of its parent's. A child that inherits
-// gets none, only their values: the handles behind them must be there.
-void let_children_have_streams() {
-    for (DWORD stream : {STD_INPUT_HANDLE, STD_OUTPUT_HANDLE, STD_ERROR_HANDLE}) {
-        SetHandleInformation(GetStdHandle(stream), HANDLE_FLAG_INHERIT, HANDLE_FLAG_INHERIT);
+HANDLE inheritable_stream(DWORD stream) {
+    HANDLE handle = GetStdHandle(stream);
+    SetHandleInformation(handle, HANDLE_FLAG_INHERIT, HANDLE_FLAG_INHERIT);
+    return handle;
+}
+
+// A process whose standard handles were not named has copies of its parent's. A child that inherits
+// gets none, only their values: the handles behind them must be there. Without a console not even
+// the values are handed on unless they are named.
+void hand_on_streams(STARTUPINFOW *start_up, bool has_console) {
+    if ((start_up->dwFlags & STARTF_USESTDHANDLES) != 0) {
+        return;
+    }
+    HANDLE input = inheritable_stream(STD_INPUT_HANDLE);
+    HANDLE output = inheritable_stream(STD_OUTPUT_HANDLE);
+    HANDLE error = inheritable_stream(STD_ERROR_HANDLE);
+    if (!has_console) {
+        start_up->dwFlags |= STARTF_USESTDHANDLES;
+        start_up->hStdInput = input;
+        start_up->hStdOutput = output;
+        start_up->hStdError = error;
     }
 }
 
-// A program of the console subsystem gets a console of its own unless it is told otherwise.
-DWORD console_flag() {
+bool has_console() {
     DWORD first;
-    return GetConsoleProcessList(&first, 1) == 0 ? DETACHED_PROCESS : 0;
+    return GetConsoleProcessList(&first, 1) != 0;
 }
 
 } // namespace
@@ -70,15 +84,15 @@ BOOL start_as_received(const char *command, const char *arguments, DWORD flags,
     if (line == nullptr) {
         return FALSE;
     }
+    // A program of the console subsystem gets a console of its own unless it is told otherwise; a
+    // priority class that cannot be told is 0, no flag.
+    const bool on_console = has_console();
+    flags |= (on_console ? 0 : DETACHED_PROCESS) | GetPriorityClass(GetCurrentProcess());
     STARTUPINFOW start_up;
     GetStartupInfoW(&start_up);
-    if ((start_up.dwFlags & STARTF_USESTDHANDLES) == 0) {
-        let_children_have_streams();
-    }
-    // A priority class that cannot be told is 0, no flag.
-    const BOOL done = CreateProcessW(nullptr, line, nullptr, nullptr, TRUE,
-                                     flags | console_flag() | GetPriorityClass(GetCurrentProcess()),
-                                     nullptr, nullptr, &start_up, process);
+    hand_on_streams(&start_up, on_console);
+    const BOOL done = CreateProcessW(nullptr, line, nullptr, nullptr, TRUE, flags, nullptr, nullptr,
+                                     &start_up, process);
     const DWORD error = GetLastError();
     free(line);
     SetLastError(error);

@@ -67,3 +67,15 @@ TEST(executable, moves_and_runs_no_data) {
         EXPECT_NE(at<uint32_t>(bytes, section + 36) & (executes | writes), executes | writes) << bytes.data() + section;
     }
 }
+
+// Programs that resolve paths start it so; the runtime's stat() of Windows, not Wine's, knows no such path.
+TEST_F(launcher, takes_the_sign_of_a_resolved_path_off_its_own) {
+    for (const char *home : {"C:\\J", "C:\\L"}) {
+        configure("LAUNCH_MODE=ri\nSHOW_START=true\nJVM_HOME=" + std::string(home));
+        const uint32_t id = start({"\\\\?\\" + to_text(on_disk(LAUNCHER)), {}, on_disk("C:\\work")});
+        const outcome result = end_of_launcher(id);
+        EXPECT_NE(result.output.find(here("executable_file_path = C:\\L\\bin\\java.exe\n")), std::string::npos)
+            << result.output;
+        EXPECT_EQ(result.status, home[3] == 'J' ? 0u : STATUS_MINUS_1);
+    }
+}
