@@ -14,9 +14,6 @@ function(product_flags target)
   # No -fdata-sections: for Windows GCC then stores the zeros of every empty array in the file.
   # No -fstack-protector: the launcher copies no text from outside onto its stack, and the library
   # behind it imports ADVAPI32.dll, which costs each start a fifth more.
-  if(WIN32)
-    target_compile_options(${target} PRIVATE -fcf-protection=full)
-  endif()
 endfunction()
 
 # Static, stripped, the same bytes each time. just_to_add_version_to_binary has no caller; it is

@@ -1,5 +1,6 @@
 #include "core/child_process.h"
 
+#include <atomic>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
@@ -9,6 +10,8 @@
 #include "core/launch_mode.h"
 #include "core/state_arrays.h"
 #include "core/state_text.h"
+#include "platform/console.h"
+#include "platform/received_start.h"
 
 namespace {
 
@@ -35,14 +38,16 @@ HANDLE create_job() {
     limits.BasicLimitInformation.LimitFlags = JOB_OBJECT_LIMIT_KILL_ON_JOB_CLOSE |
                                               JOB_OBJECT_LIMIT_SILENT_BREAKAWAY_OK |
                                               JOB_OBJECT_LIMIT_BREAKAWAY_OK;
+    // Without its limits the job holds the child none the less: better than no start.
     SetInformationJobObject(job, JobObjectExtendedLimitInformation, &limits, sizeof limits);
     return job;
 }
 
+// A wait that failed leaves no exit code to be read, but one that says that the child still runs.
 DWORD wait_for_exit_code(HANDLE process) {
-    WaitForSingleObject(process, INFINITE);
     DWORD code = 0;
-    return GetExitCodeProcess(process, &code) ? code : GetLastError();
+    const bool has_ended = WaitForSingleObject(process, INFINITE) != WAIT_FAILED;
+    return has_ended && GetExitCodeProcess(process, &code) ? code : GetLastError();
 }
 
 void close_handles(PROCESS_INFORMATION *process) {
@@ -52,14 +57,38 @@ void close_handles(PROCESS_INFORMATION *process) {
     process->hThread = nullptr;
 }
 
-DWORD give_up_child(PROCESS_INFORMATION *process) {
+// The child that Ctrl-C and Ctrl-Break are left to: on Windows the handler has a thread of its own.
+std::atomic<HANDLE> interrupted_child = nullptr;
+
+BOOL WINAPI take_interrupt(DWORD event) {
+    return (event == CTRL_C_EVENT || event == CTRL_BREAK_EVENT) &&
+           gets_interrupts(interrupted_child);
+}
+
+DWORD give_up_child(PROCESS_INFORMATION *process, DWORD *error) {
+    *error = GetLastError();
     TerminateProcess(process->hProcess, 0);
     close_handles(process);
     return 1;
 }
 
-BOOL WINAPI take_interrupt(DWORD event) {
-    return event == CTRL_C_EVENT || event == CTRL_BREAK_EVENT;
+// From the child's creation, suspended, on. `flags` are the caller's own.
+DWORD run_in_job(HANDLE job, DWORD flags, PROCESS_INFORMATION *process, DWORD *error) {
+    if (!AssignProcessToJobObject(job, process->hProcess) &&
+        GetLastError() != ERROR_ACCESS_DENIED) {
+        return give_up_child(process, error);
+    }
+    if ((flags & CREATE_SUSPENDED) != 0) {
+        return 0;
+    }
+    interrupted_child = process->hProcess;
+    if (ResumeThread(process->hThread) == static_cast<DWORD>(-1)) {
+        return give_up_child(process, error);
+    }
+    JLI_TraceLauncher("Windows Java PID = %d\n", static_cast<int>(process->dwProcessId));
+    const DWORD status = wait_for_exit_code(process->hProcess);
+    close_handles(process);
+    return status;
 }
 
 } // namespace
@@ -94,23 +123,16 @@ DWORD CreateProcessInJob(HANDLE job, LPCSTR application, LPSTR command_line,
         application, command_line, process_attributes, thread_attributes, inherit_handles,
         flags | CREATE_SUSPENDED, environment, directory, start_up, process);
     cleanup();
-    if (!created) {
-        return 1;
-    }
-    if (!AssignProcessToJobObject(job, process->hProcess) &&
-        GetLastError() != ERROR_ACCESS_DENIED) {
-        return give_up_child(process);
-    }
-    if ((flags & CREATE_SUSPENDED) != 0) {
-        return 0;
-    }
-    if (ResumeThread(process->hThread) == static_cast<DWORD>(-1)) {
-        return give_up_child(process);
-    }
-    JLI_TraceLauncher("Windows Java PID = %d\n", static_cast<int>(process->dwProcessId));
-    const DWORD status = wait_for_exit_code(process->hProcess);
-    close_handles(process);
-    return status;
+    DWORD error;
+    return created ? run_in_job(job, flags, process, &error) : 1;
+}
+
+DWORD start_in_job_as_received(HANDLE job, const char *command, const char *arguments, DWORD flags,
+                               LPPROCESS_INFORMATION process, DWORD *error) {
+    const BOOL created = start_as_received(command, arguments, flags | CREATE_SUSPENDED, process);
+    *error = created ? DWORD{ERROR_SUCCESS} : GetLastError(); // what follows may leave another
+    cleanup();
+    return created ? run_in_job(job, flags, process, error) : 1;
 }
 
 void cleanup() {

@@ -11,9 +11,9 @@ extern "C" {
 
 /* Runs `command` (in its command-line form) with the arguments from argv[1] on, joined with blanks
  * as they stand, and waits for it. Returns the child's exit code, the system's error when that
- * cannot be read, or 1 when the child could not be started in its job. Reads launch_mode; calls
- * cleanup(), so the state that it releases is gone afterwards; closes the trace log and leaves its
- * pointer. */
+ * cannot be read or waited for, or 1 when the child could not be started in its job. Reads
+ * launch_mode; calls cleanup(), so the state that it releases is gone afterwards; closes the trace
+ * log and leaves its pointer. */
 int execute_command(const char *command, char *const *argv, int argc);
 
 /* CreateProcessA's parameters behind the job to put the child into. The child is created suspended;
@@ -29,13 +29,21 @@ DWORD CreateProcessInJob(HANDLE job, LPCSTR application, LPSTR command_line,
                          LPVOID environment, LPCSTR directory, LPSTARTUPINFOA start_up,
                          LPPROCESS_INFORMATION process);
 
+/* The same for a child that is to find what it would have found in the launcher's place: started by
+ * start_as_received() (platform/received_start.h), whose `command` and `arguments` these are.
+ * `*error` becomes 0, or, where the result is 1 because there is no child, the system's error. */
+DWORD start_in_job_as_received(HANDLE job, const char *command, const char *arguments, DWORD flags,
+                               LPPROCESS_INFORMATION process, DWORD *error);
+
 /* Releases launch_mode, non_path_options_array, processedArg, newPathList, quorvel_properties_arg,
  * launcher_path_arg, rule_file_arg and new_mem_val_as_str; all but the last become null, the counts
  * 0. */
 void cleanup(void);
 
-/* Leaves Ctrl-C and Ctrl-Break to the child, which shares the console: this process goes on waiting
- * and returns what the child makes of them. */
+/* Leaves Ctrl-C and Ctrl-Break to the child while they reach it too (gets_interrupts() of
+ * platform/console.h): this process goes on waiting and returns what the child makes of them.
+ * Before there is a child, and with one that is not on the console, they have their default effect.
+ */
 void leave_interrupts_to_child(void);
 
 #ifdef __cplusplus

@@ -9,10 +9,32 @@
 #include "platform/files.h"
 #include "platform/windows_services.h"
 
-char *get_executable_file_path() {
+namespace {
+
+// The launcher's own path. The result of the service needs no check: no path is longer than the
+// buffer, and on a failure the buffer stays empty, which is no valid place. Who was started by a
+// \\?\ path is told that one, and the runtime's stat() refuses every path with a "?".
+char *new_own_path() {
+    constexpr std::string_view PLAIN = "\\\\?\\", SHARE = "\\\\?\\UNC\\";
     char *path = new_state_text();
-    os_name = "Windows";
     GetModuleFileNameA(nullptr, path, TEXT_SIZE);
+    size_t prefix = 0;
+    if (strncasecmp(path, SHARE.data(), SHARE.size()) == 0) {
+        prefix = SHARE.size() - 2;
+        path[prefix] = path[prefix + 1] = '\\';
+    } else if (std::string_view(path).starts_with(PLAIN) &&
+               strchr(path, ':') == path + PLAIN.size() + 1) {
+        prefix = PLAIN.size();
+    }
+    memmove(path, path + prefix, strlen(path + prefix) + 1);
+    return path;
+}
+
+} // namespace
+
+char *get_executable_file_path() {
+    char *path = new_own_path();
+    os_name = "Windows";
     if (!is_valid_exe_path(path)) {
         print_text(stdout, format_text("Error: java executable path either doesn't exist or is "
                                        "invalid: \"%s\"\n",
@@ -51,9 +73,8 @@ int set_bin_dir() {
 }
 
 int is_launcher_itself(const char *path) {
-    const text_ptr own_path(new_state_text());
+    const text_ptr own_path(new_own_path());
     const text_ptr full_path(new_state_text());
-    GetModuleFileNameA(nullptr, own_path.get(), TEXT_SIZE);
     GetFullPathNameA(path, TEXT_SIZE, full_path.get(), nullptr);
     return strcasecmp(own_path.get(), full_path.get()) == 0 ? 1 : 0;
 }

@@ -2,6 +2,7 @@
 
 #include <cstdio>
 
+#include "platform/console.h"
 #include "platform/format.h"
 
 text_ptr format_text_list(const char *format, va_list arguments) {
@@ -28,8 +29,7 @@ text_ptr format_text(const char *format, ...) {
 }
 
 void print_text(FILE *stream, const text_ptr &text) {
-    fputs(text.get(), stream);
-    fflush(stream);
+    write_text(stream, text.get());
 }
 
 text_ptr copy_text(std::string_view text) {

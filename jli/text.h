@@ -22,7 +22,7 @@ using text_ptr = std::unique_ptr<char, free_text>;
 text_ptr format_text(const char *format, ...) JLI_PRINTF_LIKE(1, 2);
 text_ptr format_text_list(const char *format, va_list arguments) JLI_PRINTF_LIKE(1, 0);
 
-// Writes the text in one piece and flushes the stream.
+// Writes the text as write_text() does.
 void print_text(FILE *stream, const text_ptr &text);
 
 // Whether there is a text and it is not empty.

@@ -49,7 +49,9 @@ void restore_signals(const child_plan &plan) {
     if (getppid() != plan.parent) {
         _exit(EXIT_FAILURE);
     }
-    close_range(3, ~0U, CLOSE_RANGE_CLOEXEC);
+    if (!plan.start.hands_on_descriptors) {
+        close_range(3, ~0U, CLOSE_RANGE_CLOEXEC);
+    }
     if (!plan.start.suspended) {
         restore_signals(plan);
     } else if (ptrace(PTRACE_TRACEME, 0, nullptr, nullptr) != 0) {

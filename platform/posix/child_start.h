@@ -17,11 +17,13 @@ struct program_start {
     char *const *arguments;
     char *const *environment;
     bool suspended;
+    bool hands_on_descriptors;
 };
 
-// Starts a program without copying this process's memory. It has the standard streams and no other
-// descriptor, the signal mask of this process, and it is killed when this process dies. Returns 0,
-// or the errno of what failed, up to and including execve().
+// Starts a program without copying this process's memory. It has the standard streams, no other
+// descriptor unless all that are not close-on-exec are handed on, the signal mask of this process,
+// and it is killed when this process dies. Returns 0, or the errno of what failed, up to and
+// including execve().
 int start_child(const program_start &start, started_child *child);
 
 // Lets a held child run.

@@ -4,6 +4,7 @@
 #include <cstring>
 #include <string_view>
 
+#include "platform/command_line.h"
 #include "platform/files.h"
 #include "platform/posix/last_error.h"
 #include "platform/posix/paths.h"
@@ -11,10 +12,6 @@
 namespace {
 
 constexpr char EXTENSION[] = ".exe";
-
-bool is_blank(char c) {
-    return c == ' ' || c == '\t';
-}
 
 bool has_dot(std::string_view name) {
     size_t dot = name.rfind('.');
@@ -59,59 +56,18 @@ size_t find_unquoted(const char *line, char *name, std::span<char> path) {
     return 0;
 }
 
-// Reads one argument at `from`, writes it to *to with its terminator and returns where it ends.
-// A backslash is special before a quote only: 2n of them make n and the quote is one of syntax,
-// 2n+1 make n and a quote as such. Within quotes a doubled quote is a quote as such, too:
-//   a\\b -> a\\b    "a b\\" -> a b\    a\"b -> a"b    "a""b c" -> a"b c    """a""" -> "a"
-const char *take_argument(const char *from, char **to) {
-    char *out = *to;
-    bool in_quotes = false;
-    while (*from != '\0' && (in_quotes || !is_blank(*from))) {
-        size_t backslashes = strspn(from, "\\");
-        from += backslashes;
-        bool before_quote = *from == '"';
-        size_t kept = before_quote ? backslashes / 2 : backslashes;
-        memset(out, '\\', kept);
-        out += kept;
-        if (!before_quote) {
-            if (backslashes == 0) {
-                *out++ = *from++;
-            }
-        } else if (backslashes % 2 == 1) {
-            *out++ = *from++;
-        } else if (in_quotes && from[1] == '"') {
-            *out++ = '"';
-            from += 2;
-        } else {
-            in_quotes = !in_quotes;
-            from++;
-        }
-    }
-    *out++ = '\0';
-    *to = out;
-    return from;
-}
-
-// The program's own name knows no escapes: quotes come and go, all else stays.
+// The program's own name: its quotes go, all else stays.
 const char *take_program(const char *from, size_t length, char **to) {
     char *out = *to;
-    if (*from != '"') {
-        memcpy(out, from, length);
-        out += length;
-        from += length;
-    } else {
-        bool in_quotes = false;
-        for (; *from != '\0' && (in_quotes || !is_blank(*from)); from++) {
-            if (*from == '"') {
-                in_quotes = !in_quotes;
-            } else {
-                *out++ = *from;
-            }
+    const char *end = *from == '"' ? end_of_program_name(from) : from + length;
+    for (; from < end; from++) {
+        if (*from != '"') {
+            *out++ = *from;
         }
     }
     *out++ = '\0';
     *to = out;
-    return from;
+    return end;
 }
 
 } // namespace
@@ -132,21 +88,14 @@ size_t find_program(const char *command_line, std::span<char> unix_path) {
 }
 
 char **split_command_line(const char *command_line, size_t program_length) {
-    // Each argument takes at least one byte and a blank.
-    size_t size = strlen(command_line) + 2;
-    size_t list_size = (size / 2 + 2) * sizeof(char *);
-    char **arguments = static_cast<char **>(malloc(list_size + size));
+    const size_t list_size = (1 + argument_slots(command_line)) * sizeof(char *);
+    char **arguments = static_cast<char **>(malloc(list_size + strlen(command_line) + 2));
     if (arguments == nullptr) {
         return nullptr;
     }
     char *text = reinterpret_cast<char *>(arguments) + list_size;
-    size_t count = 0;
-    arguments[count++] = text;
+    arguments[0] = text;
     const char *rest = take_program(command_line, program_length, &text);
-    while (*(rest += strspn(rest, " \t")) != '\0') {
-        arguments[count++] = text;
-        rest = take_argument(rest, &text);
-    }
-    arguments[count] = nullptr;
+    take_arguments(rest, arguments + 1, text);
     return arguments;
 }

@@ -1,3 +1,5 @@
+#include "platform/console.h"
+
 #include <csignal>
 
 #include "platform/posix/last_error.h"
@@ -46,4 +48,13 @@ BOOL SetConsoleCtrlHandler(PHANDLER_ROUTINE handler, BOOL add) {
     handle_signal(SIGINT);
     handle_signal(SIGQUIT);
     return TRUE;
+}
+
+void write_text(FILE *stream, const char *text) {
+    fputs(text, stream);
+    fflush(stream);
+}
+
+BOOL gets_interrupts(HANDLE child) {
+    return child != nullptr;
 }

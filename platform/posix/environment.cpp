@@ -154,5 +154,6 @@ BOOL SetEnvironmentVariableA(LPCSTR name, LPCSTR value) {
 }
 
 size_t get_environment_value(const char *name, char *buffer, size_t size) {
-    return GetEnvironmentVariableA(name, buffer, static_cast<DWORD>(size));
+    const DWORD length = GetEnvironmentVariableA(name, buffer, static_cast<DWORD>(size));
+    return size == 0 && length == 1 ? 0 : length; // of an empty value, the size of its terminator
 }

@@ -45,3 +45,12 @@ DWORD windows_error(int error_number) {
     }
     return ERROR_GEN_FAILURE;
 }
+
+int errno_of(DWORD error) {
+    for (const error_row &row : ERRORS) {
+        if (row.error == error) {
+            return row.number;
+        }
+    }
+    return 0;
+}

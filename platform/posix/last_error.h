@@ -9,4 +9,7 @@ BOOL fail_with(DWORD error);
 // The Windows error that says what this errno says.
 DWORD windows_error(int error_number);
 
+// The first errno that is told by this Windows error, or 0.
+int errno_of(DWORD error);
+
 #endif

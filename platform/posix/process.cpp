@@ -1,8 +1,12 @@
+#include "platform/received_start.h"
+
 #include <climits>
 #include <csignal>
 #include <cstdlib>
 #include <cstring>
+#include <string_view>
 
+#include "platform/command_line.h"
 #include "platform/posix/command_line.h"
 #include "platform/posix/environment.h"
 #include "platform/posix/last_error.h"
@@ -12,6 +16,12 @@ namespace {
 
 constexpr size_t COMMAND_LINE_SIZE = 32767; // terminator included
 
+// What is asked for beside the command line.
+struct start_manner {
+    bool suspended;
+    bool hands_on_descriptors;
+};
+
 // A process that is started with SIGCHLD ignored would never learn its children's exit codes.
 void keep_exit_codes() {
     struct sigaction action;
@@ -20,7 +30,7 @@ void keep_exit_codes() {
     }
 }
 
-bool start_command(const char *command_line, bool suspended, started_child *child) {
+bool start_command(const char *command_line, start_manner manner, started_child *child) {
     char program[PATH_MAX];
     size_t program_length = find_program(command_line, program);
     if (program_length == 0) {
@@ -31,7 +41,9 @@ bool start_command(const char *command_line, bool suspended, started_child *chil
         return fail_with(ERROR_NOT_ENOUGH_MEMORY);
     }
     keep_exit_codes();
-    int error = start_child({program, arguments, child_environment(), suspended}, child);
+    int error = start_child(
+        {program, arguments, child_environment(), manner.suspended, manner.hands_on_descriptors},
+        child);
     free(arguments);
     return error == 0 || fail_with(windows_error(error));
 }
@@ -46,6 +58,44 @@ bool fill_information(child_process *child, LPPROCESS_INFORMATION process) {
         CloseHandle(process->hProcess);
     }
     return process->hThread != nullptr;
+}
+
+BOOL create_child(const char *command_line, start_manner manner, LPPROCESS_INFORMATION process) {
+    child_process *child = static_cast<child_process *>(calloc(1, sizeof(child_process)));
+    if (child == nullptr) {
+        return fail_with(ERROR_NOT_ENOUGH_MEMORY);
+    }
+    child->references = 1;
+    BOOL done = start_command(command_line, manner, &child->start);
+    child->has_ended = !done;
+    if (done && !fill_information(child, process)) {
+        terminate_child(child, 0);
+        watch_child(child, true);
+        done = FALSE;
+    }
+    release_child(child);
+    return done;
+}
+
+// Characters as Windows counts them: those of four bytes are two.
+size_t utf16_length(std::string_view text) {
+    size_t length = 0;
+    for (const char c : text) {
+        const unsigned char byte = static_cast<unsigned char>(c);
+        length += (byte & 0xC0) != 0x80;
+        length += byte >= 0xF0;
+    }
+    return length;
+}
+
+char *join(const char *command, const char *arguments) {
+    const size_t length = strlen(command);
+    char *line = static_cast<char *>(malloc(length + strlen(arguments) + 1));
+    if (line != nullptr) {
+        strcpy(line, command);
+        strcpy(line + length, arguments);
+    }
+    return line;
 }
 
 } // namespace
@@ -64,19 +114,24 @@ BOOL CreateProcessA(LPCSTR application, LPSTR command_line,
     if (strlen(command_line) >= COMMAND_LINE_SIZE) {
         return fail_with(ERROR_FILENAME_EXCED_RANGE);
     }
-    child_process *child = static_cast<child_process *>(calloc(1, sizeof(child_process)));
-    if (child == nullptr) {
-        return fail_with(ERROR_NOT_ENOUGH_MEMORY);
+    return create_child(command_line, {(flags & CREATE_SUSPENDED) != 0, false}, process);
+}
+
+BOOL start_as_received(const char *command, const char *arguments, DWORD flags,
+                       PROCESS_INFORMATION *process) {
+    char *own = arguments == nullptr ? own_arguments_text() : nullptr;
+    const char *tail = arguments == nullptr ? own : arguments;
+    char *line = tail == nullptr ? nullptr : join(command, tail);
+    free(own);
+    BOOL done = FALSE;
+    if (line == nullptr) {
+        fail_with(ERROR_NOT_ENOUGH_MEMORY);
+    } else if (utf16_length(line) >= COMMAND_LINE_SIZE) {
+        fail_with(ERROR_FILENAME_EXCED_RANGE);
+    } else {
+        done = create_child(line, {(flags & CREATE_SUSPENDED) != 0, true}, process);
     }
-    child->references = 1;
-    BOOL done = start_command(command_line, (flags & CREATE_SUSPENDED) != 0, &child->start);
-    child->has_ended = !done;
-    if (done && !fill_information(child, process)) {
-        terminate_child(child, 0);
-        watch_child(child, true);
-        done = FALSE;
-    }
-    release_child(child);
+    free(line);
     return done;
 }
 

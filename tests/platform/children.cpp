@@ -3,7 +3,10 @@
 #include <fcntl.h>
 #include <fstream>
 #include <regex>
+#include <sstream>
 #include <unistd.h>
+
+#include "platform/received_start.h"
 
 PROCESS_INFORMATION start_command(std::string command_line, DWORD flags) {
     STARTUPINFOA start_up = {};
@@ -24,22 +27,44 @@ DWORD end_of(const PROCESS_INFORMATION &process) {
     return code;
 }
 
-std::string run(const std::string &command_line, DWORD flags) {
+template <typename starter>
+static std::string outcome_of(const starter &start_child, DWORD suspended) {
     fflush(stdout);
     const int saved = dup(STDOUT_FILENO);
     const int file = open("output", O_CREAT | O_TRUNC | O_RDWR, 0600);
     dup2(file, STDOUT_FILENO);
     close(file);
-    const PROCESS_INFORMATION child = start_command(command_line, flags);
+    const PROCESS_INFORMATION child = start_child();
     std::string end = "error " + std::to_string(GetLastError());
     if (child.hProcess != nullptr) {
-        EXPECT_EQ(ResumeThread(child.hThread), flags == CREATE_SUSPENDED ? 1u : 0u);
+        EXPECT_EQ(ResumeThread(child.hThread), suspended ? 1u : 0u);
         end = "exit " + std::to_string(end_of(child));
     }
     dup2(saved, STDOUT_FILENO);
     close(saved);
-    const std::string output = std::regex_replace(read_file("output"), std::regex("(program|folder ) .*\n"), "");
-    return std::regex_replace(output, std::regex("arg     (.*)\n"), "[$1]") + end;
+    std::istringstream output(read_file("output"));
+    std::string result;
+    for (std::string line; std::getline(output, line);) {
+        if (line.starts_with("arg     ")) {
+            result += "[" + line.substr(8) + "]";
+        } else if (!line.starts_with("program ") && !line.starts_with("folder ")) {
+            result += line + "\n";
+        }
+    }
+    return result + end;
+}
+
+std::string run(const std::string &command_line, DWORD flags) {
+    return outcome_of([&] { return start_command(command_line, flags); }, flags);
+}
+
+std::string run_as_received(const char *command, const char *arguments) {
+    const auto start_child = [=] {
+        PROCESS_INFORMATION process = {};
+        start_as_received(command, arguments, CREATE_SUSPENDED, &process);
+        return process;
+    };
+    return outcome_of(start_child, CREATE_SUSPENDED);
 }
 
 table rows(std::initializer_list<std::string> texts, const std::string &tilde) {
@@ -59,6 +84,7 @@ int main(int argc, char **argv) {
     fs::remove_all(folder);
     fs::create_directories(folder / "d" / "e");
     fs::copy_file(own_file().parent_path() / "stand_in_java.exe", folder / "prog.exe");
+    fs::copy_file(own_file().parent_path() / "start_on.exe", folder / "start_on.exe");
     fs::current_path(folder / "d");
     std::ofstream("g.txt").close();
     const int result = RUN_ALL_TESTS();

@@ -2,7 +2,8 @@
 #define TESTS_PLATFORM_CHILDREN_H
 
 // Children as the platform layer starts them. All tests run in C:\qvl_test\d, where the folder e
-// and the file g.txt are; beside d is prog.exe, the stand-in for a Java runtime.
+// and the file g.txt are; beside d are prog.exe, the stand-in for a Java runtime, and
+// start_on.exe, which starts it as it was itself started.
 
 #include <gtest/gtest.h>
 
@@ -18,6 +19,9 @@ DWORD end_of(const PROCESS_INFORMATION &process);
 // Runs a child to its end: the output, an argument that prog.exe reports as "[argument]", and
 // "exit <code>", or "error <number>".
 std::string run(const std::string &command_line, DWORD flags = 0);
+
+// The same for a child of start_as_received().
+std::string run_as_received(const char *command, const char *arguments);
 
 // A table's rows "given -> expected" in their two halves; "~" in either stands for `tilde`.
 using table = std::vector<std::pair<std::string, std::string>>;

@@ -2,6 +2,7 @@
 
 #include <cerrno>
 #include <fstream>
+#include <memory>
 
 #include "platform/files.h"
 #include "tests/platform/children.h"
@@ -44,6 +45,19 @@ TEST(full_path, needs_room_for_its_terminator) {
         EXPECT_EQ(GetFullPathNameA("x", size, buffer, nullptr), fits ? NEEDED - 1 : NEEDED);
         EXPECT_STREQ(buffer, fits ? "C:\\qvl_test\\d\\x" : "untouched");
     }
+}
+
+TEST(current_directory, is_as_long_as_it_is) {
+    std::string folder;
+    while (folder.size() < 240) {
+        folder += "大";
+    }
+    const fs::path path = to_path(folder + "/" + folder);
+    fs::create_directories(path);
+    fs::current_path(path);
+    const std::unique_ptr<char, decltype(&free)> shown(current_directory(), free);
+    fs::current_path("../..");
+    EXPECT_EQ(shown.get(), "C:\\qvl_test\\d\\" + folder + "\\" + folder);
 }
 
 void expect_kind(entry_kind kind, std::initializer_list<std::string> paths) {

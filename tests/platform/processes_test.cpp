@@ -3,6 +3,7 @@
 #include <fstream>
 #include <unistd.h>
 
+#include "platform/environment.h"
 #include "tests/platform/children.h"
 
 namespace {
@@ -56,6 +57,22 @@ TEST(environment, goes_to_children_by_names_without_letter_case) {
     EXPECT_EQ(GetEnvironmentVariableA("qvl", nullptr, 0), 1u);
     EXPECT_TRUE(SetEnvironmentVariableA("QVL", nullptr));
     EXPECT_EQ(GetEnvironmentVariableA("qvl", nullptr, 0), 0u);
+}
+
+TEST(environment, has_values_of_any_length_and_script) {
+    std::string longest;
+    while (longest.size() < 60000) {
+        longest += "大";
+    }
+    for (const std::string &value : {std::string(), std::string("größer 大"), longest}) {
+        ASSERT_TRUE(SetEnvironmentVariableA("QVL", value.c_str()));
+        std::string buffer(value.size() + 1, '#');
+        EXPECT_EQ(get_environment_value("qvl", nullptr, 0), value.empty() ? 0 : value.size() + 1);
+        EXPECT_EQ(get_environment_value("QVL", buffer.data(), buffer.size()), value.size());
+        EXPECT_TRUE(value.empty() || buffer.c_str() == value);
+    }
+    SetEnvironmentVariableA("QVL", nullptr);
+    EXPECT_EQ(get_environment_value("QVL", nullptr, 0), 0u);
 }
 
 bool runs_after(int milliseconds, HANDLE process) {

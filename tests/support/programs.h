@@ -5,6 +5,7 @@
 
 #include <chrono>
 #include <cstdint>
+#include <cstdio>
 #include <string>
 #include <thread>
 #include <unistd.h>
@@ -22,11 +23,19 @@ constexpr bool is_sanitized = true;
 constexpr bool is_sanitized = false;
 #endif
 
+// What Windows lets a start say besides; the host knows nothing of it.
+struct manner {
+    int window = -1;              // SW_SHOWMINNOACTIVE and its kind
+    unsigned flags = 0;           // DETACHED_PROCESS, a priority class
+    bool hands_on_streams = true; // names them, inheritable; else the program gets copies, as from a shell
+};
+
 struct program {
     fs::path file;
     std::vector<std::string> arguments; // without double quotes of their own
     fs::path folder;                    // where it starts; where its three streams' files stand
     bool into_closed_pipe = false;      // standard output is a pipe whose reader is gone, not a file
+    manner how = {};
 };
 
 // Starts it with the streams "in", "out" and "err" of its folder ("in" may be missing: empty input)
@@ -43,6 +52,22 @@ bool is_running(uint32_t process_id);
 // What a running process holds and has cost: open handles (descriptors), nanoseconds of processor time.
 size_t handle_count(uint32_t process_id);
 uint64_t processor_time(uint32_t process_id);
+
+// How this process was started: window, title, which streams were named, priority, console.
+std::string own_start();
+
+// Handles (descriptors) as numbers that another process can be told: of an open file, and of both ends
+// of a pipe that children inherit. What is read from a pipe ends when all have closed its other end.
+uintptr_t handle_of(FILE *file);
+struct pipe_ends {
+    uintptr_t reader, writer;
+};
+pipe_ends make_pipe();
+bool write_to(uintptr_t handle, const std::string &text);
+std::string read_and_close(const pipe_ends &pipe);
+
+// Takes this process off its console, where the system has such a thing.
+void leave_console();
 
 // Whether a job of this name is there; jobs of the Linux build have no names.
 bool job_exists(const std::string &name);

@@ -1,5 +1,6 @@
 #include "tests/support/programs.h"
 
+#include <algorithm>
 #include <csignal>
 #include <cstdlib>
 #include <fcntl.h>
@@ -73,3 +74,30 @@ void set_environment(const std::string &name, const std::string &value) {
 fs::path own_file() {
     return fs::read_symlink("/proc/self/exe");
 }
+
+std::string own_start() {
+    return "";
+}
+
+uintptr_t handle_of(FILE *file) {
+    return static_cast<uintptr_t>(fileno(file));
+}
+
+pipe_ends make_pipe() {
+    int ends[2] = {-1, -1};
+    return pipe(ends) == 0 ? pipe_ends{static_cast<uintptr_t>(ends[0]), static_cast<uintptr_t>(ends[1])} : pipe_ends{};
+}
+
+bool write_to(uintptr_t handle, const std::string &text) {
+    return write(static_cast<int>(handle), text.data(), text.size()) == static_cast<ssize_t>(text.size());
+}
+
+std::string read_and_close(const pipe_ends &pipe) {
+    close(static_cast<int>(pipe.writer));
+    std::string text(100, ' ');
+    text.resize(static_cast<size_t>(std::max<ssize_t>(0, read(static_cast<int>(pipe.reader), text.data(), 100))));
+    close(static_cast<int>(pipe.reader));
+    return text;
+}
+
+void leave_console() {}

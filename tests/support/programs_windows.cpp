@@ -1,6 +1,8 @@
 #include "tests/support/programs.h"
 
 #include <algorithm>
+#include <array>
+#include <io.h>
 #include <map>
 
 #include "platform/windows_services.h"
@@ -12,6 +14,8 @@ namespace {
 std::map<uint32_t, HANDLE> started;
 
 SECURITY_ATTRIBUTES inherited = {sizeof inherited, nullptr, TRUE};
+
+constexpr DWORD STREAMS[] = {STD_INPUT_HANDLE, STD_OUTPUT_HANDLE, STD_ERROR_HANDLE};
 
 HANDLE open_stream(const fs::path &file, DWORD access, DWORD creation) {
     HANDLE stream =
@@ -51,17 +55,36 @@ uint32_t start(const program &what) {
     info.hStdOutput =
         what.into_closed_pipe ? open_closed_pipe() : open_stream(what.folder / "out", GENERIC_WRITE, CREATE_ALWAYS);
     info.hStdError = open_stream(what.folder / "err", GENERIC_WRITE, CREATE_ALWAYS);
+    const std::array streams = {info.hStdInput, info.hStdOutput, info.hStdError};
+    std::array<HANDLE, 3> own_streams = {};
+    if (what.how.window >= 0) {
+        info.dwFlags |= STARTF_USESHOWWINDOW;
+        info.wShowWindow = static_cast<WORD>(what.how.window);
+    }
+    char title[] = "a title of its own";
+    info.lpTitle = title;
+    if (!what.how.hands_on_streams) {
+        info.dwFlags &= ~static_cast<DWORD>(STARTF_USESTDHANDLES);
+        for (size_t i = 0; i < streams.size(); i++) {
+            own_streams[i] = GetStdHandle(STREAMS[i]);
+            SetHandleInformation(streams[i], HANDLE_FLAG_INHERIT, 0);
+            SetStdHandle(STREAMS[i], streams[i]);
+        }
+    }
     PROCESS_INFORMATION process = {};
     // Under load Wine fails one start in some thousand with error 1359.
     for (int tries = 0; tries < 3; tries++) {
-        if (CreateProcessA(nullptr, line.data(), nullptr, nullptr, TRUE, 0, nullptr, to_text(what.folder).c_str(),
-                           &info, &process) ||
+        if (CreateProcessA(nullptr, line.data(), nullptr, nullptr, what.how.hands_on_streams, what.how.flags, nullptr,
+                           to_text(what.folder).c_str(), &info, &process) ||
             GetLastError() != ERROR_INTERNAL_ERROR) {
             break;
         }
     }
-    for (HANDLE stream : {info.hStdInput, info.hStdOutput, info.hStdError}) {
-        CloseHandle(stream);
+    for (size_t i = 0; i < streams.size(); i++) {
+        if (!what.how.hands_on_streams) {
+            SetStdHandle(STREAMS[i], own_streams[i]);
+        }
+        CloseHandle(streams[i]);
     }
     if (process.hThread != nullptr) {
         CloseHandle(process.hThread);
@@ -126,4 +149,44 @@ fs::path own_file() {
     std::wstring file(32768, L'\0');
     file.resize(GetModuleFileNameW(nullptr, file.data(), 32768));
     return file;
+}
+
+std::string own_start() {
+    STARTUPINFOA info;
+    GetStartupInfoA(&info);
+    DWORD list;
+    return "window " + std::to_string(info.dwFlags & STARTF_USESHOWWINDOW ? info.wShowWindow : -1) + " title " +
+           info.lpTitle + (info.dwFlags & STARTF_USESTDHANDLES ? " streams" : "") + " priority " +
+           std::to_string(GetPriorityClass(GetCurrentProcess())) +
+           (GetConsoleProcessList(&list, 1) == 0 ? " no console" : " console");
+}
+
+uintptr_t handle_of(FILE *file) {
+    return static_cast<uintptr_t>(_get_osfhandle(_fileno(file)));
+}
+
+pipe_ends make_pipe() {
+    HANDLE reader = nullptr, writer = nullptr;
+    CreatePipe(&reader, &writer, &inherited, 0);
+    return {reinterpret_cast<uintptr_t>(reader), reinterpret_cast<uintptr_t>(writer)};
+}
+
+bool write_to(uintptr_t handle, const std::string &text) {
+    DWORD written = 0;
+    return WriteFile(reinterpret_cast<HANDLE>(handle), text.data(), static_cast<DWORD>(text.size()), &written, nullptr);
+}
+
+std::string read_and_close(const pipe_ends &pipe) {
+    HANDLE reader = reinterpret_cast<HANDLE>(pipe.reader);
+    CloseHandle(reinterpret_cast<HANDLE>(pipe.writer));
+    std::string text(100, ' ');
+    DWORD length = 0;
+    ReadFile(reader, text.data(), 100, &length, nullptr);
+    text.resize(length);
+    CloseHandle(reader);
+    return text;
+}
+
+void leave_console() {
+    FreeConsole();
 }

@@ -2,6 +2,9 @@
 // what its arguments ask for, in their order:
 //   env=NAME        reports the variable
 //   stdin           reports what standard input holds
+//   start           reports how it was started
+//   handle=N        writes to that handle and reports whether it could
+//   no_console      leaves its console
 //   hold=FILE       writes its process id to FILE and waits until FILE is gone (five minutes at most)
 //   run=PROGRAM     starts the program with the arguments that follow, in the folder "run" of its own,
 //                   and does hold=run/starter
@@ -63,6 +66,12 @@ int main(int argc, char **argv) {
             report += "env     " + value + (text ? std::string("=") + text : " is unset") + "\n";
         } else if (order == "stdin") {
             report += "stdin   " + std::string{std::istreambuf_iterator<char>(std::cin), {}};
+        } else if (order == "start") {
+            report += "start   " + own_start() + "\n";
+        } else if (order == "handle") {
+            report += write_to(std::stoul(value), "through the handle") ? "written\n" : "refused\n";
+        } else if (order == "no_console") {
+            leave_console();
         } else if (order == "hold") {
             hold(to_path(value));
         } else if (order == "run") {
