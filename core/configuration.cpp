@@ -78,7 +78,7 @@ void load_value(config_loading &loading, const setting &row, text_ptr value) {
 void load_line(config_loading &loading, std::string_view line) {
     for (const setting &row : SETTINGS) {
         const size_t length = strlen(row.key);
-        if (line.starts_with(row.key) && line.data()[length] == '=') {
+        if (line.starts_with(row.key) && line.find('=') == length) {
             line.remove_prefix(length + 1);
             load_value(loading, row, copy_text(trimmed(line)));
             return;

@@ -58,12 +58,12 @@ void dump_allow_vm_option() {
 
 // The limit of a list is what its array holds.
 template <int slot_count>
-constexpr setting list_row(const char *key, value_kind kind, const char *label, int label_width,
+constexpr setting list_row(const char *key, value_kind kind, int label_width, const char *label,
                            char *(&slots)[slot_count], int &count, const char *entry_label,
                            int entry_gap, char **argument = nullptr,
                            const char *argument_format = nullptr, void (*dump_more)() = nullptr) {
     const option_list list = {slots, &count, slot_count, entry_label, entry_gap};
-    return {key, kind, label, label_width, nullptr, argument, argument_format, list, dump_more};
+    return {key, kind, label_width, label, nullptr, argument, argument_format, list, dump_more};
 }
 
 } // namespace
@@ -78,24 +78,24 @@ constexpr setting SETTINGS[] = {
      .apply = set_launch_mode},
     {.key = "SHOW_START", .kind = toggle, .apply = show_start},
     {.key = "LOG_FILE_OR_DIR", .kind = path, .label = "log_file_path:", .apply = open_log_file},
-    {"CONTAINER_HOME", path, "container_home:", 38, &container_home},
-    {"JVM_HOME", path, "jvm_home:", 38, &jvm_home},
-    {"QUORVEL_HOME", path, "quorvel_home:", 38, &quorvel_home},
-    {"RULE_FILE", path, "rule_file_arg:", 38, &rule_file, &rule_file_arg,
+    {"CONTAINER_HOME", path, 38, "container_home:", &container_home},
+    {"JVM_HOME", path, 38, "jvm_home:", &jvm_home},
+    {"QUORVEL_HOME", path, 38, "quorvel_home:", &quorvel_home},
+    {"RULE_FILE", path, 38, "rule_file_arg:", &rule_file, &rule_file_arg,
      "-Dcom.quorvel.rules.local=%s"},
-    {"QUORVEL_PROPERTIES_FILE", path, "quorvel_properties_arg:", 38, &quorvel_properties_file,
+    {"QUORVEL_PROPERTIES_FILE", path, 38, "quorvel_properties_arg:", &quorvel_properties_file,
      &quorvel_properties_arg, "-Dcom.quorvel.QuorvelProperties=%s"},
-    {"QUORVEL_NATIVE_AGENT", path, "quorvel_library_path:", 38, &quorvel_library_path},
-    list_row("NON_PATH_OPTIONS", list, "non_path_options_value:", 35, non_path_options_array,
+    {"QUORVEL_NATIVE_AGENT", path, 38, "quorvel_library_path:", &quorvel_library_path},
+    list_row("NON_PATH_OPTIONS", list, 35, "non_path_options_value:", non_path_options_array,
              non_path_options_count, "non_path_options_array", 2),
-    list_row("ALLOW_VM_OPTIONS", list, "allow_vm_properties_value:", 38, allow_vm_properties_array,
+    list_row("ALLOW_VM_OPTIONS", list, 38, "allow_vm_properties_value:", allow_vm_properties_array,
              allow_vm_properties_count, "allow_vm_properties_array", 2, &allow_vm_properties_option,
              "-Dcom.quorvel.AllowVMProperties=%s", dump_allow_vm_option),
-    list_row("IGNORE_OPTIONS", list, "ignore_properties_value:", 36, ignore_properties_array,
+    list_row("IGNORE_OPTIONS", list, 36, "ignore_properties_value:", ignore_properties_array,
              ignore_properties_count, "ignore_properties_array", 2),
-    list_row("JVM_OPTIONS", quoted_list, "jvm_options_value:", 38, jvm_options_array,
+    list_row("JVM_OPTIONS", quoted_list, 38, "jvm_options_value:", jvm_options_array,
              jvm_options_count, "jvm_options_array", 10),
-    list_row("CONTAINER_OPTIONS", quoted_list, "container_options_value:", 38,
+    list_row("CONTAINER_OPTIONS", quoted_list, 38, "container_options_value:",
              container_options_array, container_options_count, "container_options_array", 4),
 };
 static_assert(SETTINGS[SETTING_COUNT - 1].key != nullptr, "SETTING_COUNT exceeds the rows");

@@ -25,8 +25,8 @@ struct setting {
     value_kind kind;
     // The line of the dump. Programs read dumps: every blank counts. A key without a label has no
     // line, and does not count where the dump warns that no property is set.
-    const char *label = nullptr;
     int label_width = 38;
+    const char *label = nullptr;
     // Where the value is kept: a text of TEXT_SIZE bytes, which each load allocates with the
     // preset; a list; a flag, which each load sets to 0, and the last line sets unless a native
     // host starts. Otherwise the value lasts as long as the load.
