@@ -13,6 +13,21 @@ bool is_launcher_option(std::string_view arg) {
            is_one_of(DESCRIBE_MODULE_OPTIONS, arg) || is_one_of(SOURCE_OPTIONS, arg);
 }
 
+char *joined(JLI_List list, std::string_view separator) {
+    size_t size = 1;
+    for (size_t i = 0; i < list->size; i++) {
+        size += strlen(list->elements[i]) + separator.size();
+    }
+    char *text = static_cast<char *>(JLI_MemAlloc(size));
+    char *end = text;
+    for (size_t i = 0; i < list->size; i++) {
+        end = put_text(end, i > 0 ? separator : "");
+        end = put_text(end, list->elements[i]);
+    }
+    *end = '\0';
+    return text;
+}
+
 } // namespace
 
 JLI_List JLI_List_new(size_t capacity) {
@@ -57,34 +72,11 @@ void JLI_List_addSubstring(JLI_List list, const char *start, size_t length) {
 }
 
 char *JLI_List_combine(JLI_List list) {
-    size_t size = 1;
-    for (size_t i = 0; i < list->size; i++) {
-        size += strlen(list->elements[i]);
-    }
-    char *combined = static_cast<char *>(JLI_MemAlloc(size));
-    char *end = combined;
-    for (size_t i = 0; i < list->size; i++) {
-        end = put_text(end, list->elements[i]);
-    }
-    *end = '\0';
-    return combined;
+    return joined(list, "");
 }
 
 char *JLI_List_join(JLI_List list, char separator) {
-    size_t size = 1;
-    for (size_t i = 0; i < list->size; i++) {
-        size += strlen(list->elements[i]) + 1;
-    }
-    char *joined = static_cast<char *>(JLI_MemAlloc(size));
-    char *end = joined;
-    for (size_t i = 0; i < list->size; i++) {
-        if (i > 0) {
-            *end++ = separator;
-        }
-        end = put_text(end, list->elements[i]);
-    }
-    *end = '\0';
-    return joined;
+    return joined(list, {&separator, 1});
 }
 
 JLI_List JLI_List_split(const char *text, char separator) {
