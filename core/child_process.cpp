@@ -148,5 +148,6 @@ void cleanup() {
 }
 
 void leave_interrupts_to_child() {
+    interrupted_child = nullptr;
     SetConsoleCtrlHandler(take_interrupt, TRUE);
 }

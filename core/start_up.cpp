@@ -15,7 +15,8 @@ namespace {
 // buffer, and on a failure the buffer stays empty, which is no valid place. Who was started by a
 // \\?\ path is told that one, and the runtime's stat() refuses every path with a "?".
 char *new_own_path() {
-    constexpr std::string_view PLAIN = "\\\\?\\", SHARE = "\\\\?\\UNC\\";
+    constexpr std::string_view PLAIN = "\\\\?\\";
+    constexpr std::string_view SHARE = "\\\\?\\UNC\\";
     char *path = new_state_text();
     GetModuleFileNameA(nullptr, path, TEXT_SIZE);
     size_t prefix = 0;

@@ -11,6 +11,7 @@ made_up_system made_up;
 namespace {
 
 char job, process, thread; // their addresses are the handles
+PHANDLER_ROUTINE console_handler = nullptr;
 
 bool child(child_bit bit) {
     return (made_up.child_bits & bit) != 0;
@@ -73,6 +74,7 @@ WRAP(DWORD, ResumeThread, (HANDLE handle)) {
 
 WRAP(DWORD, WaitForSingleObject, (HANDLE handle, DWORD milliseconds)) {
     assert(handle == &process && milliseconds == INFINITE && made_up.state == RUNNING);
+    assert(console_handler(CTRL_C_EVENT) && console_handler(CTRL_BREAK_EVENT) && !console_handler(2));
     made_up.state = ENDED;
     return WAIT_OBJECT_0;
 }
@@ -98,7 +100,8 @@ WRAP(BOOL, CloseHandle, (HANDLE handle)) {
 }
 
 WRAP(BOOL, SetConsoleCtrlHandler, (PHANDLER_ROUTINE handler, BOOL add)) {
-    assert(add && handler(CTRL_C_EVENT) && handler(CTRL_BREAK_EVENT) && !handler(2));
+    assert(add && !handler(CTRL_C_EVENT) && !handler(CTRL_BREAK_EVENT));
+    console_handler = handler;
     assert(made_up.command_line.empty());
     return TRUE;
 }

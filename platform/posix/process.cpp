@@ -2,6 +2,7 @@
 
 #include <climits>
 #include <csignal>
+#include <cstdio>
 #include <cstdlib>
 #include <cstring>
 #include <string_view>
@@ -89,13 +90,8 @@ size_t utf16_length(std::string_view text) {
 }
 
 char *join(const char *command, const char *arguments) {
-    const size_t length = strlen(command);
-    char *line = static_cast<char *>(malloc(length + strlen(arguments) + 1));
-    if (line != nullptr) {
-        strcpy(line, command);
-        strcpy(line + length, arguments);
-    }
-    return line;
+    char *line = nullptr;
+    return asprintf(&line, "%s%s", command, arguments) < 0 ? nullptr : line;
 }
 
 } // namespace

@@ -96,6 +96,7 @@ TEST(received_start, says_why_there_is_no_child) {
     EXPECT_TRUE(said.ends_with(")\nexit 1") && said.find(" (error ") != std::string::npos) << said;
 }
 
+// Wine 8 starts every program with the normal priority: what the rows ask of it shows on Windows alone.
 TEST(received_start, finds_what_a_direct_start_finds) {
     constexpr int HIDDEN = 0, MINIMISED = 7;
     constexpr unsigned DETACHED = 0x8, NEW_CONSOLE = 0x10, LOW = 0x40, HIGH = 0x80, BELOW_NORMAL = 0x4000;

@@ -4,6 +4,7 @@
 #include <cstdlib>
 
 #include "core/child_process.h"
+#include "jli/text.h"
 #include "platform/system_error.h"
 
 int main() {
@@ -14,7 +15,7 @@ int main() {
     const DWORD status = start_in_job_as_received(job, target != nullptr ? target : "C:\\qvl_test\\prog.exe", nullptr,
                                                   0, &process, &error);
     if (error != 0) {
-        printf("%s\n", system_error_text(error, "it"));
+        printf("%s\n", text_ptr(system_error_text(error, "it")).get());
     }
     return static_cast<int>(status);
 }
