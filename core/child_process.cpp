@@ -10,25 +10,12 @@
 #include "core/launch_mode.h"
 #include "core/state_arrays.h"
 #include "core/state_text.h"
+#include "jli/trace.h"
 #include "platform/console.h"
 #include "platform/received_start.h"
+#include "platform/system_error.h"
 
 namespace {
-
-text_ptr join_command_line(const char *command, char *const *argv, int argc) {
-    size_t size = strlen(command) + 1;
-    for (int i = 1; i < argc; i++) {
-        size += strlen(argv[i]) + 1;
-    }
-    text_ptr line(static_cast<char *>(JLI_MemAlloc(size)));
-    char *end = put_text(line.get(), command);
-    for (int i = 1; i < argc; i++) {
-        *end++ = ' ';
-        end = put_text(end, argv[i]);
-    }
-    *end = '\0';
-    return line;
-}
 
 // A job that ends its processes with its last handle, the launcher's, but lets go of theirs.
 HANDLE create_job() {
@@ -91,10 +78,52 @@ DWORD run_in_job(HANDLE job, DWORD flags, PROCESS_INFORMATION *process, DWORD *e
     return status;
 }
 
+DWORD run_plainly(HANDLE job, char *command_line) {
+    STARTUPINFOA start_up = {};
+    start_up.cb = sizeof start_up;
+    PROCESS_INFORMATION process = {};
+    return CreateProcessInJob(job, nullptr, command_line, nullptr, nullptr, FALSE, 0, nullptr,
+                              nullptr, &start_up, &process);
+}
+
+DWORD run_as_received(HANDLE job, const char *command, const child_arguments &arguments) {
+    const text_ptr program = copy_text(command); // the pool's text ends with cleanup()
+    PROCESS_INFORMATION process = {};
+    DWORD error = 0;
+    const DWORD status = start_in_job_as_received(
+        job, command, arguments.are_own_line ? nullptr : arguments.text.get(), 0, &process, &error);
+    if (error != 0) {
+        const text_ptr words(system_error_text(error, program.get()));
+        trace_fault(format_text("Error: could not start %s: %s\n", program.get(),
+                                words == nullptr ? "?" : words.get())
+                        .get());
+    }
+    return status;
+}
+
 } // namespace
 
 int execute_command(const char *command, char *const *argv, int argc) {
-    text_ptr command_line = join_command_line(command, argv, argc);
+    return run_child(command, joined_arguments(argv + 1, argc - 1));
+}
+
+child_arguments joined_arguments(char *const *texts, int count) {
+    size_t size = 1;
+    for (int i = 0; i < count; i++) {
+        size += strlen(texts[i]) + 1;
+    }
+    text_ptr line(static_cast<char *>(JLI_MemAlloc(size)));
+    char *end = line.get();
+    for (int i = 0; i < count; i++) {
+        *end++ = ' ';
+        end = put_text(end, texts[i]);
+    }
+    *end = '\0';
+    return {std::move(line)};
+}
+
+int run_child(const char *command, const child_arguments &arguments) {
+    const text_ptr command_line = format_text("%s%s", command, arguments.text.get());
     JLI_TraceLauncher("OUTPUT COMMAND:\n");
     JLI_TraceLauncher("---------------\n");
     JLI_TraceLauncher("%s\n\n", command_line.get());
@@ -102,11 +131,8 @@ int execute_command(const char *command, char *const *argv, int argc) {
     JLI_TraceLauncher("EXECUTING %s PROCESS ......\n\n", current_launch_mode().process);
 
     HANDLE job = create_job();
-    STARTUPINFOA start_up = {};
-    start_up.cb = sizeof start_up;
-    PROCESS_INFORMATION process = {};
-    const DWORD status = CreateProcessInJob(job, nullptr, command_line.get(), nullptr, nullptr,
-                                            FALSE, 0, nullptr, nullptr, &start_up, &process);
+    const DWORD status = is_transparent ? run_as_received(job, command, arguments)
+                                        : run_plainly(job, command_line.get());
     CloseHandle(job);
     if (LOG_FILE_FD != nullptr) {
         fclose(LOG_FILE_FD);

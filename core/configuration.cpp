@@ -31,8 +31,7 @@ void preset_settings() {
     new_mem_val_as_str = static_cast<char *>(JLI_MemAlloc(MEMORY_VALUE_SIZE));
     new_mem_val_as_str[0] = '\0';
     launcher_path_arg = nullptr;
-    const text_ptr argument = format_text("-Dcom.quorvel.LauncherPackPath=%s", launcher_home);
-    assign_text(&launcher_path_arg, processArg(argument.get()));
+    set_launcher_path_arg();
     for (const setting &row : SETTINGS) {
         if (row.flag != nullptr) {
             *row.flag = 0;
@@ -176,6 +175,11 @@ void dump_configuration(const config_loading &loading) {
 
 } // namespace
 
+void set_launcher_path_arg() {
+    const text_ptr argument = format_text("-Dcom.quorvel.LauncherPackPath=%s", launcher_home);
+    assign_text(&launcher_path_arg, processArg(argument.get()));
+}
+
 void load_config_file() {
     preset_settings();
     config_loading loading;
@@ -188,6 +192,10 @@ void load_config_file() {
     read_lines(loading, file);
     if (ferror(file) != 0) {
         warn_of_unreadable_file(loading.config_path.get());
+    }
+    if (is_transparent) {
+        leaves_standard_output = 1;
+        says_faults = 1;
     }
     if (loading.refused != nullptr) {
         warn_of_refused_mode(*loading.refused);

@@ -12,6 +12,9 @@ extern "C" {
  * A log that cannot be opened ends the process with status -1 and a message on standard error. */
 void load_config_file(void);
 
+/* Gives launcher_path_arg the form that processArg gives now; load_config_file does so already. */
+void set_launcher_path_arg(void);
+
 #ifdef __cplusplus
 }
 #endif

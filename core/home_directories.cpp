@@ -7,6 +7,7 @@
 #include "core/jlp_vars.h"
 #include "core/launch_mode.h"
 #include "core/state_text.h"
+#include "jli/trace.h"
 #include "platform/files.h"
 
 namespace {
@@ -53,24 +54,23 @@ bool holds_java(const char *home) {
 
 bool passes(const text_ptr &fault) {
     if (fault != nullptr) {
-        JLI_TraceLauncher("%s", fault.get());
+        trace_fault(fault.get());
     }
     return fault == nullptr;
 }
 
 [[noreturn]] void end_without_bundle(const char *directory) {
-    JLI_TraceLauncher("Error: %s doesn't exist\n", directory);
-    exit(0);
+    end_with_fault(0, format_text("Error: %s doesn't exist\n", directory).get());
 }
 
 void set_container_home_from_bundle() {
     const std::string_view directory(executable_dir);
     const bool in_jre_bin = directory.ends_with(jre_bin);
     if (!in_jre_bin && !directory.ends_with(bin)) {
-        JLI_TraceLauncher(
-            "Error: java executable is expected to be in either the %s or %s folder\n", jre_bin,
-            bin);
-        exit(0);
+        end_with_fault(0, format_text("Error: java executable is expected to be in either the %s "
+                                      "or %s folder\n",
+                                      jre_bin, bin)
+                              .get());
     }
     const text_ptr home = format_text("%s\\..%s", executable_dir, in_jre_bin ? "\\.." : "");
     assign_text(&container_home, home.get());

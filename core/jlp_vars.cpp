@@ -21,6 +21,9 @@ int native_jvm_bits = -1;
 int is_host_java_9_plus = 0;
 int is_guest_java_9_plus = 0;
 int use_advanced_launch_mode = 1;
+int is_transparent = 0;
+int rewrites_arguments = 0;
+int quotes_arguments_later = 0;
 
 char *executable_dir = nullptr;
 char *bin_dir = nullptr;

@@ -45,6 +45,11 @@ extern int native_jvm_bits;          /* initially -1; 32 selects the 32-bit nati
 extern int is_host_java_9_plus;      /* 1: the JVM home holds Java 9 or later */
 extern int is_guest_java_9_plus;     /* 1: the container home does */
 extern int use_advanced_launch_mode; /* initially 1; follows launch_mode */
+/* TRANSPARENT= and REWRITE_ARGUMENTS= of launcher.cfg; 0 for a native host. */
+extern int is_transparent;
+extern int rewrites_arguments;
+extern int
+    quotes_arguments_later; /* 1: processArg leaves a blank to whoever makes a command line */
 
 /* ---- Directories: 100000 bytes each, without a trailing separator unless said otherwise ---- */
 

@@ -7,7 +7,7 @@
 #include "jli/text.h"
 
 char *processArg(const char *arg) {
-    const bool quoted = !is_native_invocation && strchr(arg, ' ') != nullptr;
+    const bool quoted = !are_arguments_whole() && strchr(arg, ' ') != nullptr;
     char *processed = (quoted ? format_text("\"%s\"", arg) : copy_text(arg)).release();
     append_entry(processedArg, &processedArgCount, processed);
     if (quoted) {

@@ -44,7 +44,7 @@ struct setting {
     bool (*apply)(const setting &row, char *value) = nullptr;
 };
 
-enum { SETTING_COUNT = 14 };
+enum { SETTING_COUNT = 16 };
 extern const setting SETTINGS[SETTING_COUNT]; // in the order of the dump
 
 #endif

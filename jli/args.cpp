@@ -3,27 +3,20 @@
 #include <cstdlib>
 #include <cstring>
 
-#include "jli/text.h"
+#include "jli/trace.h"
 #include "platform/files.h"
 
 namespace {
 
-void report(const char *format, va_list arguments) {
-    if (JLI_IsTraceLauncher() == 0) {
-        return;
-    }
-    const text_ptr message = format_text_list(format, arguments);
-    if (LOG_FILE_FD != nullptr) {
-        print_text(LOG_FILE_FD, message);
-    }
-    print_text(stderr, message);
-}
-
 [[noreturn]] void JLI_PRINTF_LIKE(1, 2) report_and_exit(const char *format, ...) {
     va_list arguments;
     va_start(arguments, format);
-    report(format, arguments);
+    const text_ptr message = format_text_list(format, arguments);
     va_end(arguments);
+    if (JLI_IsTraceLauncher() != 0) {
+        write_trace(stderr, message);
+    }
+    say_traced_fault(message.get());
     exit(1);
 }
 
@@ -160,8 +153,11 @@ int expand(JLI_List args, const char *text, const char *variable_name) {
 }
 
 void JLI_ReportMessage(const char *format, ...) {
+    if (JLI_IsTraceLauncher() == 0) {
+        return;
+    }
     va_list arguments;
     va_start(arguments, format);
-    report(format, arguments);
+    write_trace(stderr, format_text_list(format, arguments));
     va_end(arguments);
 }

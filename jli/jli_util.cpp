@@ -136,27 +136,3 @@ int IsWhiteSpaceOption(const char *arg) {
     const std::string_view text = arg;
     return is_one_of(MODULE_OPTIONS, text) || is_launcher_option(text);
 }
-
-int _launcher_debug = 0;
-
-void JLI_SetTraceLauncher() {
-    _launcher_debug = 1;
-}
-
-int JLI_IsTraceLauncher() {
-    return _launcher_debug;
-}
-
-void JLI_TraceLauncher(const char *format, ...) {
-    if (_launcher_debug != 1) {
-        return;
-    }
-    va_list arguments;
-    va_start(arguments, format);
-    const text_ptr message = format_text_list(format, arguments);
-    va_end(arguments);
-    if (LOG_FILE_FD != nullptr) {
-        print_text(LOG_FILE_FD, message);
-    }
-    print_text(stdout, message);
-}

@@ -76,6 +76,14 @@ extern FILE *LOG_FILE_FD;
 /* 1 while tracing is on; initially 0, and written by JLI_SetTraceLauncher() alone. */
 extern int _launcher_debug;
 
+/* 1: the trace goes to the log alone or, while none is open, to standard error, and standard output
+ * is the program's. Initially 0. */
+extern int leaves_standard_output;
+
+/* 1: what keeps a program from being started is said on standard error, traced or not
+ * (jli/trace.h). Initially 0: it is traced, and shown where nothing but its own rule says so. */
+extern int says_faults;
+
 /* Switches tracing on, for good. */
 void JLI_SetTraceLauncher(void);
 
@@ -83,7 +91,8 @@ void JLI_SetTraceLauncher(void);
 int JLI_IsTraceLauncher(void);
 
 /* Formats as printf does and writes the text, whole and however long, to the trace log when one is
- * open and then to standard output, flushing each. With tracing off nothing is formatted. */
+ * open and then to standard output (see leaves_standard_output), flushing each. With tracing off
+ * nothing is formatted. */
 void JLI_TraceLauncher(const char *format, ...) JLI_PRINTF_LIKE(1, 2);
 
 #ifdef __cplusplus

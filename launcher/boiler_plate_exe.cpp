@@ -3,7 +3,7 @@
 
 #include <cstdio>
 
-#include "core/child_process.h"
+#include "core/child_arguments.h"
 #include "core/configuration.h"
 #include "core/home_directories.h"
 #include "core/jlp_vars.h"
@@ -11,6 +11,7 @@
 #include "core/start_up.h"
 #include "core/state_arrays.h"
 #include "core/state_text.h"
+#include "platform/command_line.h"
 #include "platform/files.h"
 
 namespace {
@@ -38,8 +39,10 @@ void trace_key_directories(const char *executable_file_path) {
     JLI_TraceLauncher("\n");
 }
 
+// Not traced; standard output is the program's where the start is transparent.
 int invalid_command(const char *target, int status) {
-    print_text(stdout, format_text("Error: invalid command: %s\n", target));
+    const text_ptr message = format_text("Error: invalid command: %s\n", target);
+    print_text(is_transparent ? stderr : stdout, message);
     return status;
 }
 
@@ -74,12 +77,14 @@ int main(int argc, char **argv) {
     if (!is_file(target.get()) || is_launcher_itself(target.get())) {
         return invalid_command(target.get(), FAILURE);
     }
-    argv[0] = processArg(target.get());
+    const char *command = processArg(target.get());
+    const text_ptr own_line(is_transparent ? own_arguments_text() : nullptr);
+    const child_arguments arguments = arguments_for_child({argc - 1, argv + 1, own_line.get()});
     release_text(&container_home);
     release_text(&jvm_home);
 
     leave_interrupts_to_child();
-    const int status = execute_command(argv[0], argv, argc);
+    const int status = run_child(command, arguments);
     release_entries(processedArg, &processedArgCount);
-    return status == 0 ? status : invalid_command(target.get(), status);
+    return status == 0 || is_transparent ? status : invalid_command(target.get(), status);
 }

@@ -70,7 +70,7 @@ char **split_arguments(const char *text) {
 // A run of backslashes is doubled where a quote follows it, one of the argument's own or the
 // closing one:   a b\ -> "a b\\"    a\"b -> "a\\\"b"
 char *quote_argument(const char *argument, char *to) {
-    if (*argument != '\0' && strpbrk(argument, " \t\"") == nullptr) {
+    if (*argument != '\0' && strpbrk(argument, " \t\"*?") == nullptr) {
         const size_t length = strlen(argument);
         memcpy(to, argument, length);
         return to + length;

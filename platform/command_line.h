@@ -24,22 +24,23 @@ const character *end_of_program_name(const character *command_line) {
 // is as large as the text and its terminator. A backslash is special before a quote only: 2n of
 // them make n and the quote is one of syntax, 2n+1 make n and a quote as such. Within quotes a
 // doubled quote is a quote as such, too.
-void take_arguments(const char *text, char **list, char *room);
-size_t argument_slots(const char *text);
+extern "C" void take_arguments(const char *text, char **list, char *room);
+extern "C" size_t argument_slots(const char *text);
 
 // The same in one heap block of the caller's; null when memory is out.
-char **split_arguments(const char *text);
+extern "C" char **split_arguments(const char *text);
 
 // Writes the argument so that take_arguments() reads it back, whatever it holds, and returns where
 // the writing ended; no terminator is written. Quotes are set where a blank, a tab, a quote or
-// nothing at all asks for them. `to` has room for QUOTING_BYTES more than twice the argument.
+// nothing at all asks for them, and around * and ?, which a runtime may expand outside of quotes.
+// `to` has room for QUOTING_BYTES more than twice the argument.
 constexpr size_t QUOTING_BYTES = 2;
-char *quote_argument(const char *argument, char *to);
+extern "C" char *quote_argument(const char *argument, char *to);
 
 // What follows the program's name in this process's own command line, with the blanks in front: a
 // heap text of the caller's; null when memory is out. On Windows these are the characters that the
 // process was started with, which the arguments of main() no longer tell; elsewhere each argument
 // of main() behind a blank, quoted where it needs to be.
-char *own_arguments_text();
+extern "C" char *own_arguments_text();
 
 #endif

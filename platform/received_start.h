@@ -15,7 +15,7 @@
 // set, when the program cannot be started; a line of 32767 characters (of UTF-16) or more is
 // refused with ERROR_FILENAME_EXCED_RANGE. The caller closes both handles. Where the standard
 // handles came without being named in the start-up information they are made inheritable, for good.
-BOOL start_as_received(const char *command, const char *arguments, DWORD flags,
-                       PROCESS_INFORMATION *process);
+extern "C" BOOL start_as_received(const char *command, const char *arguments, DWORD flags,
+                                  PROCESS_INFORMATION *process);
 
 #endif

@@ -7,6 +7,6 @@
 // end: "Access is denied (error 5)", or "error 5" where the system has no words. `name` is what the
 // error is about: it takes the place that some texts have for it. A heap text of the caller's; null
 // when memory is out.
-char *system_error_text(DWORD error, const char *name);
+extern "C" char *system_error_text(DWORD error, const char *name);
 
 #endif

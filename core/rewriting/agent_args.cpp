@@ -6,8 +6,10 @@
 #include "core/environment.h"
 #include "core/jlp_vars.h"
 #include "core/launch_mode.h"
+#include "core/processed_args.h"
 #include "core/rewriting/java_options.h"
 #include "core/state_arrays.h"
+#include "jli/trace.h"
 #include "platform/files.h"
 #include "platform/windows_services.h"
 
@@ -29,16 +31,18 @@ text_ptr find_native_agent() {
     library = format_text("%s\\quorvel.dll", quorvel_home);
     JLI_TraceLauncher("         Trying Quorvel native agent library, '%s'\n", library.get());
     if (kind_of(library.get()) == entry_kind::missing) {
-        JLI_TraceLauncher("Error: Expected Quorvel native agent library, '%s', doesn't exist\n",
-                          library.get());
-        exit(1);
+        end_with_fault(
+            1, format_text("Error: Expected Quorvel native agent library, '%s', doesn't exist\n",
+                           library.get())
+                   .get());
     }
     return library;
 }
 
 text_ptr native_agent_arg() {
     if (*quorvel_library_path != '\0') {
-        return format_text("-agentpath:\"%s\"", quorvel_library_path);
+        return format_text(quotes_arguments_later ? "-agentpath:%s" : "-agentpath:\"%s\"",
+                           quorvel_library_path);
     }
     if (is_native_invocation) {
         return format_text("-agentpath:%s", find_native_agent().get());
@@ -53,7 +57,7 @@ bool set_traced(const char *name, const char *value) {
     if (SetEnvironmentVariableA(name, value)) {
         return true;
     }
-    JLI_TraceLauncher("Error: Failed to set %%%s%%\n", name);
+    trace_fault(format_text("Error: Failed to set %%%s%%\n", name).get());
     return false;
 }
 
@@ -72,13 +76,13 @@ text_ptr library_path_with_agents(const char *old_path) {
 void add_agent_args() {
     const launch_mode_row &mode = current_launch_mode();
     if (mode.runs_container()) {
-        append_to_lhs(format_text(is_native_invocation ? "-Dcom.quorvel.ContainerHome=%s"
-                                                       : "\"-Dcom.quorvel.ContainerHome=%s\"",
+        append_to_lhs(format_text(are_arguments_whole() ? "-Dcom.quorvel.ContainerHome=%s"
+                                                        : "\"-Dcom.quorvel.ContainerHome=%s\"",
                                   container_home));
         append_to_lhs(native_agent_arg());
     }
     if (mode.has_agents) {
-        append_to_lhs(format_text(is_native_invocation ? "-javaagent:%s%s" : "-javaagent:\"%s%s\"",
+        append_to_lhs(format_text(are_arguments_whole() ? "-javaagent:%s%s" : "-javaagent:\"%s%s\"",
                                   quorvel_home, slash_quorvel_jar));
     }
     if (use_advanced_launch_mode == 1) {

@@ -12,6 +12,7 @@
 #include "core/rewriting/single_arg.h"
 #include "jli/args.h"
 #include "jli/text_buffer.h"
+#include "jli/trace.h"
 #include "platform/windows_services.h"
 
 namespace {
@@ -36,18 +37,19 @@ constexpr char ADDS[] =
 
 void set_variable_or_exit(const char *name, const char *value) {
     if (!SetEnvironmentVariableA(name, value)) {
-        JLI_TraceLauncher("Error: Failed to set %%%s%%\n", name);
-        exit(1);
+        end_with_fault(1, format_text("Error: Failed to set %%%s%%\n", name).get());
     }
 }
 
+// Whoever reads the variable splits it at blanks outside of quotes.
 void set_to_joined(const char *name, char *const *options, int count) {
     text_buffer joined;
     for (int i = 0; i < count; i++) {
         if (i > 0) {
             append(joined, ' ');
         }
-        append(joined, options[i]);
+        const bool is_quoted = quotes_arguments_later && strchr(options[i], ' ') != nullptr;
+        append(joined, is_quoted ? format_text("\"%s\"", options[i]).get() : options[i]);
     }
     set_jvm_env_var(name, joined.c_str());
 }

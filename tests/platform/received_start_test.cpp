@@ -35,7 +35,7 @@ std::string split(const std::string &text) {
 TEST(command_line, is_made_of_quoted_arguments_and_split_without_wildcards) {
     for (const auto &[argument, text] :
          rows({R"( -> "")", R"(a -> a)", R"(a\b\ -> a\b\)", R"(a b -> "a b")", R"(a b\ -> "a b\\")",
-               R"(\\" -> "\\\\\"")", R"(~\" -> "~\\\"")", R"(*? -> *?)"},
+               R"(\\" -> "\\\\\"")", R"(~\" -> "~\\\"")", R"(*? -> "*?")"},
               "\t")) {
         EXPECT_EQ(as_written(argument), text);
     }

@@ -70,6 +70,8 @@ inline void forget_state() {
     native_jvm_bits = -1;
     use_advanced_launch_mode = 1;
     is_taking_container_options = 0;
+    is_transparent = rewrites_arguments = quotes_arguments_later = 0;
+    leaves_standard_output = says_faults = 0;
     _launcher_debug = 0;
     JLI_ResetArgProcessing();
 }
