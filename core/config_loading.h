@@ -23,6 +23,9 @@ struct config_loading {
     bool launch_mode_rejected = false;
 };
 
+// `text` without the is_space characters around it.
+std::string_view trimmed(std::string_view text);
+
 // Traces the start block and what was loaded.
 void dump_configuration(const config_loading &loading);
 

@@ -1,5 +1,6 @@
 #include "core/config_text.h"
 
+#include "core/config_loading.h"
 #include "core/jlp_vars.h"
 #include "core/state_arrays.h"
 #include "jli/text.h"

@@ -34,11 +34,6 @@ void prepend_launcher_home_to_relative_path(const char *path, char *output);
 
 #ifdef __cplusplus
 }
-
-#include <string_view>
-
-// `text` without the is_space characters around it.
-std::string_view trimmed(std::string_view text);
 #endif
 
 #endif

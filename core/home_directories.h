@@ -26,18 +26,6 @@ void fall_back_on_bundle(void);
 
 #ifdef __cplusplus
 }
-
-#include "jli/text.h"
-
-// The tests of validate_directories, home by home: the message of the one that fails, or null, with
-// the trailing separator taken off, when the home passes.
-text_ptr container_home_fault();
-text_ptr jvm_home_fault();
-text_ptr quorvel_home_fault();
-
-// The file that the launcher starts: `executable_name` in bin_dir below the home of the launch
-// mode.
-text_ptr target_path(const char *executable_name);
 #endif
 
 #endif

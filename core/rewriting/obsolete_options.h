@@ -3,9 +3,9 @@
 
 /* The options that are dropped from a command line: tables alone, each ended by a null entry. An
  * argument is dropped when it begins with an entry (option_filters.h says which table it is held
- * against). They are here for C++ alone, whose compiler indexes them. */
+ * against). They are here for C++17 alone, whose compiler indexes them. */
 
-#ifdef __cplusplus
+#if defined(__cplusplus) && __cplusplus >= 201703L
 extern "C" {
 
 // For every host: the settings of class data sharing that an agent does not go with.

@@ -4,6 +4,7 @@
 #include <list>
 #include <sstream>
 
+#include "core/config_loading.h"
 #include "core/jlp_utils.h"
 #include "core/state_arrays.h"
 #include "jli/text.h"
