@@ -13,7 +13,7 @@ extern "C" {
  * as they stand, and waits for it. Returns the child's exit code, the system's error when that
  * cannot be read, or 1 when the child could not be started in its job. Reads launch_mode; calls
  * cleanup(), so the state that it releases is gone afterwards; closes the trace log and leaves its
- * pointer. */
+ * pointer, so that nothing may be traced afterwards where there was a log. */
 int execute_command(const char *command, char *const *argv, int argc);
 
 /* CreateProcessA's parameters behind the job to put the child into. The child is created suspended;
@@ -31,7 +31,8 @@ DWORD CreateProcessInJob(HANDLE job, LPCSTR application, LPSTR command_line,
 
 /* Releases launch_mode, non_path_options_array, processedArg, newPathList, quorvel_properties_arg,
  * launcher_path_arg, rule_file_arg and new_mem_val_as_str; all but the last become null, the counts
- * 0. */
+ * 0. Once after each load_config_file: a second call would release new_mem_val_as_str again. Until
+ * the configuration is loaded anew nothing may be rewritten, and what lhs and rhs hold is gone. */
 void cleanup(void);
 
 /* Leaves Ctrl-C and Ctrl-Break to the child, which shares the console: this process goes on waiting
