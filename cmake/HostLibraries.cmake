@@ -27,9 +27,12 @@ foreach(header IN LISTS public_headers)
 endforeach()
 
 # Their own source is in C, so that CMake links a host in C as such. It is compiled anew with every
-# change of jlp_core, whose objects the archive and the shared library take up then.
+# change of jlp_core, whose objects the archive and the shared library take up then, or of the names.
 set(core_is_new ${PROJECT_BINARY_DIR}/jlp_core_is_new)
-add_custom_command(OUTPUT ${core_is_new} DEPENDS jlp_core
+set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS
+  core/jlp_core.def platform/host/jlp_core.def)
+add_custom_command(OUTPUT ${core_is_new}
+  DEPENDS jlp_core cmake/hide_names.cmake core/jlp_core.def platform/host/jlp_core.def
   COMMAND ${CMAKE_COMMAND} -E touch ${core_is_new})
 set_source_files_properties(platform/no_cxx_runtime.c PROPERTIES OBJECT_DEPENDS ${core_is_new})
 add_library(jlp_core_static STATIC platform/no_cxx_runtime.c)
