@@ -1,13 +1,18 @@
 # How the product's own targets are compiled and linked.
 
-add_library(strict_warnings INTERFACE)
-target_compile_options(strict_warnings INTERFACE
-  -Wall -Wextra -Werror -Wconversion -Wshadow -Wformat=2 -Wno-format-nonliteral)
+# In another project the warnings are its own affair, and so is the common name.
+add_library(qvl_strict_warnings INTERFACE)
+if(PROJECT_IS_TOP_LEVEL)
+  add_library(strict_warnings ALIAS qvl_strict_warnings)
+  target_compile_options(qvl_strict_warnings INTERFACE
+    -Wall -Wextra -Werror -Wconversion -Wshadow -Wformat=2 -Wno-format-nonliteral)
+endif()
 
 # Product code throws nothing and asks no type at run time: without the two flags the exception
 # machinery alone would be larger than the launcher.
 function(product_flags target)
-  target_link_libraries(${target} PRIVATE strict_warnings)
+  target_compile_options(${target} PRIVATE
+    $<TARGET_PROPERTY:qvl_strict_warnings,INTERFACE_COMPILE_OPTIONS>)
   target_compile_options(${target} PRIVATE
     $<$<COMPILE_LANGUAGE:CXX>:-fno-exceptions -fno-rtti>
     -ffunction-sections)
@@ -16,13 +21,17 @@ function(product_flags target)
   # behind it imports ADVAPI32.dll, which costs each start a fifth more.
 endfunction()
 
-# Static, stripped, the same bytes each time. just_to_add_version_to_binary has no caller; it is
-# kept for the strings that it holds.
+# Stripped, the same bytes each time, and nothing but the system's libraries.
+function(small_windows_file target)
+  target_link_options(${target} PRIVATE -static -s -Wl,--no-insert-timestamp
+    -Wl,--dynamicbase -Wl,--nxcompat -Wl,--high-entropy-va)
+endfunction()
+
+# just_to_add_version_to_binary has no caller; it is kept for the strings that it holds.
 function(small_executable target)
   target_link_options(${target} PRIVATE -Wl,--gc-sections -Wl,-u,just_to_add_version_to_binary)
   if(WIN32)
-    target_link_options(${target} PRIVATE -static -s -Wl,--no-insert-timestamp
-      -Wl,--dynamicbase -Wl,--nxcompat -Wl,--high-entropy-va)
+    small_windows_file(${target})
   else()
     target_link_options(${target} PRIVATE -Wl,--as-needed)
   endif()

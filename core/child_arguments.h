@@ -3,7 +3,7 @@
 
 // The arguments that the launcher hands to its child, made of those that it was given.
 
-#include "core/child_process.h"
+#include "core/child_run.h"
 
 // What the launcher was given behind its own name.
 struct given_arguments {

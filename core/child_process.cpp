@@ -6,6 +6,7 @@
 #include <cstring>
 #include <unistd.h>
 
+#include "core/child_run.h"
 #include "core/jlp_vars.h"
 #include "core/launch_mode.h"
 #include "core/state_arrays.h"

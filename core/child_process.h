@@ -13,7 +13,7 @@ extern "C" {
  * as they stand, and waits for it. Returns the child's exit code, the system's error when that
  * cannot be read or waited for, or 1 when the child could not be started in its job. Reads
  * launch_mode; calls cleanup(), so the state that it releases is gone afterwards; closes the trace
- * log and leaves its pointer. */
+ * log and leaves its pointer, so that nothing may be traced afterwards where there was a log. */
 int execute_command(const char *command, char *const *argv, int argc);
 
 /* CreateProcessA's parameters behind the job to put the child into. The child is created suspended;
@@ -37,7 +37,8 @@ DWORD start_in_job_as_received(HANDLE job, const char *command, const char *argu
 
 /* Releases launch_mode, non_path_options_array, processedArg, newPathList, quorvel_properties_arg,
  * launcher_path_arg, rule_file_arg and new_mem_val_as_str; all but the last become null, the counts
- * 0. */
+ * 0. Once after each load_config_file: a second call would release new_mem_val_as_str again. Until
+ * the configuration is loaded anew nothing may be rewritten, and what lhs and rhs hold is gone. */
 void cleanup(void);
 
 /* Leaves Ctrl-C and Ctrl-Break to the child while they reach it too (gets_interrupts() of
@@ -48,22 +49,6 @@ void leave_interrupts_to_child(void);
 
 #ifdef __cplusplus
 }
-
-#include "jli/text.h"
-
-// A piece of a command line, with the blank in front that sets it off from the program.
-struct child_arguments {
-    text_ptr text;
-    bool are_own_line = false; // the launcher's own, character by character
-};
-
-// The texts as they are, joined with blanks.
-child_arguments joined_arguments(char *const *texts, int count);
-
-// execute_command with arguments that are joined already. While is_transparent the child is started
-// as the launcher was (start_in_job_as_received), and an error that keeps it from that is traced
-// and said.
-int run_child(const char *command, const child_arguments &arguments);
 #endif
 
 #endif

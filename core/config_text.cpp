@@ -9,16 +9,6 @@ int is_space(char c) {
     return is_white_space(c) ? 1 : 0;
 }
 
-std::string_view trimmed(std::string_view text) {
-    while (!text.empty() && is_space(text.front())) {
-        text.remove_prefix(1);
-    }
-    while (!text.empty() && is_space(text.back())) {
-        text.remove_suffix(1);
-    }
-    return text;
-}
-
 void trim(const char *text, char *output) {
     append_to_state_text(output, trimmed(text));
 }

@@ -27,18 +27,13 @@ void split(const char *text, char **array, int *count, const char *lead, const c
  * \\server\share are relative too. */
 int is_path_relative(const char *path);
 
-/* Writes the full path of `path`, taken relative to launcher_home, into `output`, a buffer of
- * 100000 bytes; a longer one ends the process with status 1. Where the system has no full path, as
- * for an empty path, the output keeps its content. */
+/* Writes the full path of `path`, taken relative to launcher_home (which must be set), into
+ * `output`, a buffer of 100000 bytes; a longer one ends the process with status 1. Where the system
+ * has no full path, as for an empty path, the output keeps its content. */
 void prepend_launcher_home_to_relative_path(const char *path, char *output);
 
 #ifdef __cplusplus
 }
-
-#include <string_view>
-
-// `text` without the is_space characters around it.
-std::string_view trimmed(std::string_view text);
 #endif
 
 #endif

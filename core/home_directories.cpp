@@ -4,6 +4,7 @@
 #include <cstring>
 
 #include "core/environment.h"
+#include "core/home_faults.h"
 #include "core/jlp_vars.h"
 #include "core/launch_mode.h"
 #include "core/state_text.h"

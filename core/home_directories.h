@@ -2,8 +2,8 @@
 #define CORE_HOME_DIRECTORIES_H
 
 /* The three homes: where they come from when launcher.cfg does not name them, and whether they hold
- * what the launch mode needs. All three read launch_mode and need the homes allocated
- * (load_config_file). */
+ * what the launch mode needs. All need the homes, which load_config_file allocates: only
+ * validate_directories says of a null one that it is not set, the others read it. */
 
 #ifdef __cplusplus
 extern "C" {
@@ -13,31 +13,20 @@ extern "C" {
  * stands there; traced. */
 void fall_back_on_env_vars(void);
 
-/* Tests the homes that the launch mode needs, reading bin_dir, and takes one trailing separator off
+/* Tests the homes that the launch mode needs, and takes one trailing separator off
  * each that is a directory. SUCCESS, or FAILURE after the message of the first failing test has
- * been traced. */
+ * been traced. Needs bin_dir (set_bin_dir), which a native invocation does not set. */
 int validate_directories(void);
 
 /* Fills the empty homes of a launcher that ships inside a bundle: the container home is the one
  * that the launcher lies in, the JVM home stands three levels above, with quorvel_home inside.
- * Reads executable_dir. A directory that does not exist ends the process with status 0, after a
- * trace message or, for the Quorvel home, one on standard error. */
+ * An empty container home needs executable_dir; one that ends with neither \jre\bin nor \bin, and
+ * a directory that does not exist, end the process with status 0, after a trace message or, for the
+ * Quorvel home, one on standard error. */
 void fall_back_on_bundle(void);
 
 #ifdef __cplusplus
 }
-
-#include "jli/text.h"
-
-// The tests of validate_directories, home by home: the message of the one that fails, or null, with
-// the trailing separator taken off, when the home passes.
-text_ptr container_home_fault();
-text_ptr jvm_home_fault();
-text_ptr quorvel_home_fault();
-
-// The file that the launcher starts: `executable_name` in bin_dir below the home of the launch
-// mode.
-text_ptr target_path(const char *executable_name);
 #endif
 
 #endif

@@ -14,6 +14,7 @@
  * is rewritten what its path lists have found on the disk (core/rewriting/path_rewriting.h). */
 
 #include "jli/jli_util.h"
+#include "platform/linkage.h"
 
 #ifdef __cplusplus
 extern "C" {
@@ -22,9 +23,13 @@ extern "C" {
 /* ---- Constants ---- */
 
 /* Results of set_bin_dir, validate_directories and initialize_agentlib_env; main returns FAILURE
- * too. */
+ * too. A host's macro of the same name is left alone. */
+#ifndef SUCCESS
 extern const int SUCCESS; /* 0 */
+#endif
+#ifndef FAILURE
 extern const int FAILURE; /* -1 */
+#endif
 
 extern const char file_separator; /* the backslash */
 extern const char path_separator; /* ';', between the elements of a path list */
@@ -53,14 +58,14 @@ extern int
 
 /* ---- Directories: 100000 bytes each, without a trailing separator unless said otherwise ---- */
 
-extern char *executable_dir; /* of the launcher's file; set and released by main */
-extern char *bin_dir;        /* \bin or \jre\bin: where the launcher sits below its home */
-extern char *launcher_home;  /* holds launcher.cfg; by configuration or native_invocation */
+extern char *executable_dir;   /* of the launcher's file; set and released by main */
+extern char *bin_dir;          /* \bin or \jre\bin: where the launcher sits below its home */
+QVL_STATE char *launcher_home; /* holds launcher.cfg; by configuration or native_invocation */
 /* Allocated empty by the configuration, filled by it or from the environment; validation takes off
  * one trailing separator. main releases the first two before the child starts. */
-extern char *container_home; /* Java runtime of the modes "advanced" and "legacy" */
-extern char *jvm_home;       /* the plain JVM, host of the other modes */
-extern char *quorvel_home;   /* quorvel.jar and the native agents */
+QVL_STATE char *container_home; /* Java runtime of the modes "advanced" and "legacy" */
+QVL_STATE char *jvm_home;       /* the plain JVM, host of the other modes */
+QVL_STATE char *quorvel_home;   /* quorvel.jar and the native agents */
 
 /* ---- Settings of launcher.cfg, whose keys are in core/settings.h: allocated by the configuration,
  * 100000 bytes each, and empty unless set ---- */
@@ -107,10 +112,10 @@ extern int processedArgCount;
 /* The rewritten command line is lhs followed by rhs: host and guest in the mode "advanced", options
  * and the rest in the others. The lists own nothing. Counts are reset by
  * reset_jlp_for_native_invocation. */
-extern char *lhs[ARGUMENT_SLOTS];
-extern int lhs_count;
-extern char *rhs[ARGUMENT_SLOTS];
-extern int rhs_count;
+QVL_STATE char *lhs[ARGUMENT_SLOTS];
+QVL_STATE int lhs_count;
+QVL_STATE char *rhs[ARGUMENT_SLOTS];
+QVL_STATE int rhs_count;
 
 /* One rewritten path list per call of the path rewriter; owns them. Emptied by cleanup. */
 extern char *newPathList[ARGUMENT_SLOTS];

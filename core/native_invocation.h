@@ -9,7 +9,9 @@
  *     ... start the Java runtime with lhs and rhs ...
  *     reset_jlp_for_native_invocation();                  // before a further command line
  *
- * from one thread. The homes come from launcher.cfg alone and are not checked. */
+ * from one thread. The homes come from launcher.cfg alone and are not checked. These functions,
+ * parse_arguments, JLI_SetTraceLauncher (before the first, to trace everything), lhs and rhs with
+ * their counts and the homes are what a library for hosts has of the core (jlp_core.def). */
 
 #include <stdint.h>
 
@@ -19,12 +21,15 @@ extern "C" {
 
 /* Takes the launcher home from the library's path, loads the configuration (the launch mode is
  * always "advanced") and finds out about the Java versions. Sets native_jvm_bits to 64; `reserved`
- * is not read. Ends the process with status 1 and a message on standard error when `library_path`
- * does not name the JNI library, and as load_config_file does. */
+ * is not read. Once per process: a second call appends the option lists of the configuration to
+ * those of the first. Ends the process as init_launcher_home_from_library_path and load_config_file
+ * do. */
 void initialize_jlp_for_native_invocation(const char *library_path, int32_t reserved);
 
 /* Sets launcher_home to what stands before the last \jni\qvljni.dll, in any letter case, of
- * `library_path`; sets is_native_invocation and os_name. Ends the process as above. */
+ * `library_path`; sets is_native_invocation and os_name. The path is only
+ * read as a text: with backslashes, whether the file is there or not and whatever follows its name.
+ * A path without it ends the process with status 1 and a message on standard error. */
 void init_launcher_home_from_library_path(const char *library_path);
 
 /* Sets is_host_java_9_plus and is_guest_java_9_plus where jvm_home and container_home hold
@@ -35,7 +40,8 @@ void init_host_and_guest_versions(void);
 /* Empties processedArg, lhs and rhs for the next command line; outside a native invocation it does
  * nothing. What it leaves: entries of lhs and rhs that the pool does not own, newPathList (so a
  * process can have 10000 path lists rewritten, over all its command lines), and the bookkeeping of
- * argument files (jli/args.h): once one of them has held a main class, none is expanded. */
+ * argument files (jli/args.h): once one of them has held a main class or "--disable-@files", none
+ * is expanded in any later command line, and "@" arguments are dropped. */
 void reset_jlp_for_native_invocation(void);
 
 #ifdef __cplusplus

@@ -16,8 +16,9 @@ char *get_executable_file_path(void);
  * case regarded; else 0. */
 int is_valid_exe_path(const char *path);
 
-/* Sets bin_dir, a new heap string, to the ending of executable_dir: \jre\bin if it can be, else
- * \bin. Any other ending is traced and gives FAILURE, with bin_dir empty. */
+/* Sets bin_dir, a new heap string (an earlier one is not released), to the ending of
+ * executable_dir, which must be set: \jre\bin if it can be, else \bin. Any other ending is traced
+ * and gives FAILURE, with bin_dir empty. */
 int set_bin_dir(void);
 
 /* 1 when `path` is the launcher's own file, by the text of its full path, letter case aside. */

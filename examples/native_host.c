@@ -7,22 +7,31 @@
  * two lists to the Java runtime that it has in its own process; starting a java.exe shows the same.
  *
  * The core keeps its state in globals (core/jlp_vars.h) and ends the process where it cannot go on:
- * each header says with which status. It must be called from one thread at a time. */
+ * each header says with which status. It must be called from one thread at a time. What is used
+ * here both libraries have, the static one and the shared one. */
 
 #include <stdio.h>
 #include <stdlib.h>
 #include <string.h>
 
-#include "core/jlp_utils.h"
+#include "core/jlp_vars.h"
+#include "core/native_invocation.h"
+#include "core/rewriting/parse_arguments.h"
+#include "platform/windows_services.h"
 
 /* Appends one argument to the command line of a process by the Windows rules: in double quotes,
  * with a backslash before each double quote, and backslashes doubled in front of one. The core
- * leaves this to the host: in a native invocation it quotes nothing. Returns the new end. */
+ * leaves this to the host: in a native invocation it quotes nothing but the path of a configured
+ * native agent, -agentpath:"...", whose quotes are none of the path's. Returns the new end. */
 static char *append_argument(char *end, const char *argument) {
+    const int is_quoted_agent = strncmp(argument, "-agentpath:\"", 12) == 0;
     size_t backslashes = 0;
     *end++ = ' ';
     *end++ = '"';
     for (; *argument != '\0'; argument++) {
+        if (is_quoted_agent && *argument == '"') {
+            continue;
+        }
         if (*argument == '\\') {
             backslashes++;
         } else {
@@ -43,15 +52,20 @@ static char *append_argument(char *end, const char *argument) {
 
 /* The java.exe of the host JVM with the host arguments and then the guest's: lhs, then rhs. */
 static char *make_command_line(void) {
-    size_t size = strlen(jvm_home) + strlen(bin) + strlen(slash_exe_name) + 3;
+    static const char java[] = "\\bin\\java.exe";
+    size_t size = strlen(jvm_home) + sizeof java + 3;
     for (int i = 0; i < lhs_count; i++) {
         size += 2 * strlen(lhs[i]) + 3;
     }
     for (int i = 0; i < rhs_count; i++) {
         size += 2 * strlen(rhs[i]) + 3;
     }
-    char *command_line = JLI_MemAlloc(size);
-    char *end = command_line + sprintf(command_line, "\"%s%s%s\"", jvm_home, bin, slash_exe_name);
+    char *command_line = malloc(size);
+    if (command_line == NULL) {
+        perror("native_host");
+        exit(1);
+    }
+    char *end = command_line + sprintf(command_line, "\"%s%s\"", jvm_home, java);
     for (int i = 0; i < lhs_count; i++) {
         end = append_argument(end, lhs[i]);
     }
@@ -78,7 +92,7 @@ static int start_java(void) {
     } else {
         fprintf(stderr, "native_host: cannot start Java, error %u\n", (unsigned)GetLastError());
     }
-    JLI_MemFree(command_line);
+    free(command_line);
     return (int)exit_code;
 }
 

@@ -32,6 +32,16 @@ void print_text(FILE *stream, const text_ptr &text) {
     write_text(stream, text.get());
 }
 
+std::string_view trimmed(std::string_view text) {
+    while (!text.empty() && is_white_space(text.front())) {
+        text.remove_prefix(1);
+    }
+    while (!text.empty() && is_white_space(text.back())) {
+        text.remove_suffix(1);
+    }
+    return text;
+}
+
 text_ptr copy_text(std::string_view text) {
     text_ptr copy(static_cast<char *>(JLI_MemAlloc(text.size() + 1)));
     *put_text(copy.get(), text) = '\0';

@@ -30,6 +30,9 @@ inline bool is_set(const char *text) {
     return text != nullptr && *text != '\0';
 }
 
+// `text` without the white space around it.
+std::string_view trimmed(std::string_view text);
+
 text_ptr copy_text(std::string_view text);
 
 // Copies `text` to `to`, without a terminator; returned is what follows the copy.

@@ -4,8 +4,10 @@
 #include <cstdio>
 
 #include "core/child_arguments.h"
+#include "core/child_process.h"
 #include "core/configuration.h"
 #include "core/home_directories.h"
+#include "core/home_faults.h"
 #include "core/jlp_vars.h"
 #include "core/processed_args.h"
 #include "core/start_up.h"

@@ -7,6 +7,7 @@
 #include <iterator>
 
 #include "core/environment.h"
+#include "core/home_faults.h"
 #include "core/jlp_utils.h"
 #include "core/launch_mode.h"
 #include "core/state_text.h"

@@ -4,9 +4,9 @@
 /* The options that are dropped from a command line: tables alone, each ended by a null entry. An
  * argument is dropped when it begins with an entry of the one table that takes its kind; each
  * says which. The compiler refuses an entry of another kind, which could never match. They are
- * here for C++ alone, whose compiler indexes them. */
+ * here for C++17 alone, whose compiler indexes them. */
 
-#ifdef __cplusplus
+#if defined(__cplusplus) && __cplusplus >= 201703L
 extern "C" {
 
 // Entries begin with "-Xshare:". For every host: the settings of class data sharing that an agent

@@ -34,7 +34,13 @@ typedef uint64_t ULONGLONG;
 typedef uintptr_t ULONG_PTR;
 typedef size_t SIZE_T;
 
-enum { FALSE = 0, TRUE = 1 };
+/* Macros, as on Windows, where other headers may define them too. */
+#ifndef FALSE
+#define FALSE 0
+#endif
+#ifndef TRUE
+#define TRUE 1
+#endif
 
 enum {
     ERROR_SUCCESS = 0,

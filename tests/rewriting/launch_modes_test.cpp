@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include "core/home_faults.h"
 #include "core/jlp_utils.h"
 #include "core/state_text.h"
 #include "tests/rewriting/engine.h"
