@@ -31,7 +31,7 @@ set "kept_mark=.quorvel-original"
 set "new_mark=.quorvel-new"
 set "old_mark=.quorvel-old"
 set "written=Written by install.cmd; uninstall.cmd removes this file as long as this line stands in it."
-for %%V in (mode jvm container quorvel fault undo target search is_home is_installed left_over) do set "%%V="
+for %%V in (mode jvm container quorvel known target places undo fault is_home is_installed left_over) do set "%%V="
 set "status=0"
 set "task=install"
 
@@ -40,6 +40,7 @@ if "%task%"=="uninstall" shift /1
 set "home=%~1"
 if not defined home goto usage
 if "%home:~0,1%"=="/" goto usage
+if "%home:~-1%"=="\" if not "%home:~-2%"==":\" set "home=%home:~0,-1%"
 :next_option
 shift /1
 if "%~1"=="" goto options_read
@@ -69,9 +70,9 @@ goto %task%
 :install
 if not exist launcher.cfg call :check_homes
 if defined fault goto refused
-for %%F in (bin jre\bin) do for %%N in (java.exe javaw.exe) do if not defined fault call :make_ready %%F %%N
+for %%P in (%places%) do if not defined fault call :make_ready %%~P
 if not defined fault if not exist launcher.cfg call :write_configuration
-for %%F in (bin jre\bin) do for %%N in (java.exe javaw.exe) do if not defined fault call :put_in %%F %%N
+for %%P in (%places%) do if not defined fault call :put_in %%~P
 if not defined fault if exist launcher.cfg%new_mark% call :rename . launcher.cfg%new_mark% launcher.cfg
 if defined fault goto put_back
 call :remove_left_overs
@@ -79,8 +80,8 @@ call :explain
 goto done
 
 :uninstall
-if not defined is_installed echo There is no launcher in "%CD%".
-for %%F in (bin jre\bin) do for %%N in (java.exe javaw.exe) do if not defined fault call :restore %%F %%N
+if not defined is_installed echo There is no launcher in "%here%".
+for %%P in (%places%) do if not defined fault call :restore %%~P
 if not defined fault call :take_configuration_out
 if defined fault goto put_back
 call :remove_left_overs
@@ -144,22 +145,21 @@ pushd "%home%" 2>nul
 if errorlevel 1 set "fault=the folder cannot be entered"
 if defined fault exit /b 0
 rem A launcher in jre\bin takes the folder above jre for its home, and looks for launcher.cfg there.
-if /i "%CD:~-4%"=="\jre" set "fault=give the folder above jre, whose jre\bin is served as well"
+set "here=%CD%"
+if /i "%here:~-4%"=="\jre" set "fault=give the folder above jre, whose jre\bin is served as well"
 exit /b 0
 
-rem look FOLDER NAME: what stands there and what was kept, each "none", "launcher" or "other".
-:look
+rem A place is an item "FOLDER NAME STANDING KEPT" of the list: what stands there and what was kept, each
+rem none, launcher or other.
+:check_place
+for %%P in (%1\%2 %1\%2%kept_mark% %1\%2%new_mark% %1\%2%old_mark%) do if exist %%P\* set "fault=%%P is a folder"
+if defined fault exit /b 0
 set "standing=none"
 set "kept=none"
 if exist %1\%2 call :recognise %1\%2 standing
 if exist %1\%2%kept_mark% call :recognise %1\%2%kept_mark% kept
-exit /b 0
-
-:check_place
-for %%P in (%1\%2 %1\%2%kept_mark% %1\%2%new_mark% %1\%2%old_mark%) do if exist %%P\* set "fault=%%P is a folder"
-if defined fault exit /b 0
-call :look %1 %2
 if "%standing%-%kept%"=="none-none" exit /b 0
+set "places=%places% "%1 %2 %standing% %kept%""
 if "%2"=="java.exe" set "is_home=yes"
 if not "%standing%-%kept%"=="other-none" set "is_installed=yes"
 if "%standing%-%kept%"=="launcher-none" set "fault=%1\%2 is the launcher, but what it replaced, %1\%2%kept_mark%, is missing"
@@ -191,16 +191,16 @@ if "%target_option%"=="/container" call :need CONTAINER_HOME container
 if not defined fault call :need JVM_HOME jvm
 if not defined fault if not "%mode%"=="ri" call :need QUORVEL_HOME quorvel
 if defined fault exit /b 0
-if defined container if not "%container:~1,1%"==":" set "fault=/container needs a path with a drive letter, the launcher knows no network paths"
-if defined jvm if not "%jvm:~1,1%"==":" set "fault=/jvm needs a path with a drive letter, the launcher knows no network paths"
-if defined quorvel if not "%quorvel:~1,1%"==":" set "fault=/quorvel needs a path with a drive letter, the launcher knows no network paths"
 if defined container if not exist "%container%\bin\java.exe" if not exist "%container%\jre\bin\java.exe" set "fault=/container names no Java home"
 if defined jvm if not exist "%jvm%\bin\java.exe" if not exist "%jvm%\jre\bin\java.exe" set "fault=/jvm names no Java home"
 if defined quorvel if not exist "%quorvel%\quorvel.jar" set "fault=/quorvel names a folder without quorvel.jar"
+if defined container if not "%container:~1,1%"==":" set "fault=/container needs a path with a drive letter, the launcher knows no network paths"
+if defined jvm if not "%jvm:~1,1%"==":" set "fault=/jvm needs a path with a drive letter, the launcher knows no network paths"
+if defined quorvel if not "%quorvel:~1,1%"==":" set "fault=/quorvel needs a path with a drive letter, the launcher knows no network paths"
 if defined fault exit /b 0
 if not defined target exit /b 0
-if /i "%target%"=="%CD%" set "fault=%target_option% names the Java home itself, whose java.exe the launcher replaces; give another one"
-for %%F in (bin jre\bin) do for %%N in (java.exe javaw.exe) do if not defined fault call :check_target %%F %%N
+if /i "%target%"=="%here%" set "fault=%target_option% names the Java home itself, whose java.exe the launcher replaces; give another one"
+for %%P in (%places%) do if not defined fault call :check_target %%~P
 exit /b 0
 
 :need
@@ -211,8 +211,6 @@ exit /b 0
 
 rem The launcher starts the file of its own name in its own relative folder of the other home.
 :check_target
-call :look %1 %2
-if "%standing%-%kept%"=="none-none" exit /b 0
 if not exist "%target%\%1\%2" set "fault=a launcher in the place of %1\%2 starts the %1\%2 of the home of %target_option%, which is not there"
 exit /b 0
 
@@ -244,13 +242,11 @@ set "undo=%rest%"
 goto undo_next
 :put_back_done
 for %%P in (bin\java.exe bin\javaw.exe jre\bin\java.exe jre\bin\javaw.exe launcher.cfg) do if exist %%P%new_mark% del /f /q %%P%new_mark%
-echo What had been done in "%CD%" was put back.
+echo What had been done in "%here%" was put back.
 popd
 endlocal & exit /b 1
 
 :make_ready
-call :look %1 %2
-if "%standing%-%kept%"=="none-none" exit /b 0
 copy /b /y "%package%bin\%2" "%1\%2%new_mark%" >nul 2>nul
 if errorlevel 1 set "fault=%1\%2%new_mark% could not be written, or bin\%2 of the package not read"
 if not exist %1\%2%new_mark% set "fault=%1\%2%new_mark% could not be written, or bin\%2 of the package not read"
@@ -262,24 +258,21 @@ exit /b 0
 rem put_in FOLDER NAME: a file that is no launcher is Java's own and the one to keep, also where an
 rem update of Java has written it over the launcher; what was kept before is then out of date.
 :put_in
-call :look %1 %2
-if "%standing%-%kept%"=="none-none" exit /b 0
-if "%standing%"=="launcher" call :rename %1 %2 %2%old_mark%
-if "%standing%-%kept%"=="other-other" call :rename %1 %2%kept_mark% %2%old_mark%
-if not defined fault if "%standing%"=="other" call :rename %1 %2 %2%kept_mark%
+if "%3"=="launcher" call :rename %1 %2 %2%old_mark%
+if "%3-%4"=="other-other" call :rename %1 %2%kept_mark% %2%old_mark%
+if not defined fault if "%3"=="other" call :rename %1 %2 %2%kept_mark%
 if not defined fault call :rename %1 %2%new_mark% %2
 if defined fault exit /b 0
-if "%standing%"=="launcher" echo %1\%2: the launcher is brought up to date.
-if "%standing%"=="other" echo %1\%2: the launcher is put in, %2%kept_mark% is what it replaces.
-if "%standing%"=="none" echo %1\%2: the launcher is put in, where an earlier run had stopped.
+if "%3"=="launcher" echo %1\%2: the launcher is brought up to date.
+if "%3"=="other" echo %1\%2: the launcher is put in, %2%kept_mark% is what it replaces.
+if "%3"=="none" echo %1\%2: the launcher is put in, where an earlier run had stopped.
 exit /b 0
 
 :restore
-call :look %1 %2
-if "%kept%"=="none" exit /b 0
-if "%standing%"=="launcher" call :rename %1 %2 %2%old_mark%
-if "%standing%"=="other" call :rename %1 %2%kept_mark% %2%old_mark%
-if "%standing%"=="other" exit /b 0
+if "%4"=="none" exit /b 0
+if "%3"=="launcher" call :rename %1 %2 %2%old_mark%
+if "%3"=="other" call :rename %1 %2%kept_mark% %2%old_mark%
+if "%3"=="other" exit /b 0
 if not defined fault call :rename %1 %2%kept_mark% %2
 if not defined fault echo %1\%2 is Java's own again.
 exit /b 0
@@ -343,6 +336,6 @@ set "folder=bin"
 if not exist bin\java.exe set "folder=jre\bin"
 if exist %folder%\javaw.exe "%package%bin\explain_launch.exe" --launcher-home . --name javaw.exe --
 if not "%errorlevel%"=="0" set "status=3"
-if "%status%"=="3" echo The launcher is installed, but by explain_launch (above) a launch would not go through.
-if "%status%"=="0" echo The launcher is installed in "%CD%".
+if "%status%"=="3" echo The launcher is installed, but by explain_launch a launch would not go through.
+if "%status%"=="0" echo The launcher is installed in "%here%".
 exit /b 0
