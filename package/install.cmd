@@ -65,6 +65,8 @@ if not defined fault if not defined is_home set "fault=it is no Java home, neith
 if not defined fault call :check_configuration
 if defined fault goto refused
 call :remove_left_overs
+if defined left_over set "fault=%left_over%, from an earlier run, is still running; end it first"
+if defined fault goto refused
 goto %task%
 
 :install
@@ -279,8 +281,8 @@ exit /b 0
 
 :remove_left_overs
 set "left_over="
-for %%P in (bin\java.exe bin\javaw.exe jre\bin\java.exe jre\bin\javaw.exe) do if exist %%P del /f /q %%P%new_mark% %%P%old_mark% >nul 2>nul
-del /f /q launcher.cfg%new_mark% launcher.cfg%old_mark% >nul 2>nul
+for %%P in (bin\java.exe bin\javaw.exe jre\bin\java.exe jre\bin\javaw.exe) do if exist %%P for %%M in (%new_mark% %old_mark%) do del /f /q %%P%%M >nul 2>nul
+for %%M in (%new_mark% %old_mark%) do del /f /q launcher.cfg%%M >nul 2>nul
 for %%P in (bin\java.exe bin\javaw.exe jre\bin\java.exe jre\bin\javaw.exe) do if exist %%P%old_mark% set "left_over=%%P%old_mark%"
 exit /b 0
 
