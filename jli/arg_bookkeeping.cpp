@@ -1,5 +1,6 @@
 #include "jli/arg_bookkeeping.h"
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
@@ -22,6 +23,25 @@ struct {
     // The bookkeeping was reset after arguments had been checked.
     bool relaunch = false;
 } seen;
+
+// The bytes that follow the dash of an option that takes a value or is looked for below. Nearly all
+// options go on with another one: "-D", "-X".
+constexpr std::array<bool, 256> AFTER_DASH = [] {
+    std::array<bool, 256> bytes{};
+    const auto add = [&bytes](std::span<const std::string_view> names) {
+        for (const std::string_view name : names) {
+            bytes[static_cast<unsigned char>(name[1])] = true;
+        }
+    };
+    add(MODULE_OPTIONS);
+    add(CLASS_PATH_OPTIONS);
+    add(LAUNCHER_MAIN_OPTIONS);
+    add(DESCRIBE_MODULE_OPTIONS);
+    add(SOURCE_OPTIONS);
+    const std::string_view others[] = {MODULE_PREFIX, DISABLE_ARG_FILES_OPTION};
+    add(others);
+    return bytes;
+}();
 
 } // namespace
 
@@ -48,7 +68,9 @@ int JLI_GetAppArgIndex() {
 void checkArg(const char *arg) {
     seen.argsCount++;
     bool is_app_arg = false;
-    if (*arg == '-') {
+    if (*arg == '-' && !AFTER_DASH[static_cast<unsigned char>(arg[1])]) {
+        seen.expectingNoDashArg = false;
+    } else if (*arg == '-') {
         // The name after --module or -m is no option value: it begins the application's arguments.
         seen.expectingNoDashArg = IsWhiteSpaceOption(arg) && !IsLauncherMainOption(arg);
         if (strcmp(arg, DISABLE_ARG_FILES_OPTION) == 0) {
