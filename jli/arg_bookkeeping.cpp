@@ -68,19 +68,18 @@ int JLI_GetAppArgIndex() {
 void checkArg(const char *arg) {
     seen.argsCount++;
     bool is_app_arg = false;
-    if (*arg == '-' && !AFTER_DASH[static_cast<unsigned char>(arg[1])]) {
-        seen.expectingNoDashArg = false;
-    } else if (*arg == '-') {
-        // The name after --module or -m is no option value: it begins the application's arguments.
-        seen.expectingNoDashArg = IsWhiteSpaceOption(arg) && !IsLauncherMainOption(arg);
-        if (strcmp(arg, DISABLE_ARG_FILES_OPTION) == 0) {
-            seen.stopExpansion = true;
-        } else {
-            is_app_arg = JLI_StrCCmp(arg, MODULE_PREFIX) == 0;
-        }
-    } else {
+    if (*arg != '-') {
         is_app_arg = !seen.expectingNoDashArg;
         seen.expectingNoDashArg = false;
+    } else if (!AFTER_DASH[static_cast<unsigned char>(arg[1])]) {
+        seen.expectingNoDashArg = false;
+    } else if (IsWhiteSpaceOption(arg)) {
+        // The name after --module or -m is no option value: it begins the application's arguments.
+        seen.expectingNoDashArg = !IsLauncherMainOption(arg);
+    } else {
+        seen.expectingNoDashArg = false;
+        seen.stopExpansion = seen.stopExpansion || strcmp(arg, DISABLE_ARG_FILES_OPTION) == 0;
+        is_app_arg = JLI_StrCCmp(arg, MODULE_PREFIX) == 0;
     }
     if (seen.firstAppArgIndex == -1 && is_app_arg) {
         seen.firstAppArgIndex = static_cast<int32_t>(seen.argsCount);
