@@ -82,8 +82,8 @@ extern int _launcher_debug;
 extern int leaves_standard_output;
 
 /* 1: what keeps a program from being started is said on standard error, traced or not
- * (jli/trace.h); so it is for a native host without a listener. Initially 0: it is traced, and shown
- * where nothing but its own rule says so. */
+ * (jli/trace.h); so it is for a native host without a listener. Initially 0: it is traced, and
+ * shown where nothing but its own rule says so. */
 extern int says_faults;
 
 /* Switches tracing on, for good. */

@@ -10,9 +10,10 @@ extern "C" {
 /* Rewrites the list of paths in `arg`, separated by ";" or, in a list without ";", by ",": an
  * element whose absolute form is `old_home` or lies below it is replaced by that form with
  * `new_home` in front; every other element stays as it is written. With has_name 1 the list begins
- * after the first `name_delimiter`, and what stands before is kept; an `arg` without it is undefined
- * behaviour. With any other value the whole argument is the list. The result belongs to newPathList; a full newPathList
- * ends the process with status 1. Reads the current directory and the file system. */
+ * after the first `name_delimiter`, and what stands before is kept; an `arg` without it is
+ * undefined behaviour. With any other value the whole argument is the list. The result belongs to
+ * newPathList; a full newPathList ends the process with status 1. Reads the current directory and
+ * the file system. */
 char *replaceLauncherHomeWithRIHome(const char *arg, const char *old_home, const char *new_home,
                                     int has_name, char name_delimiter);
 
