@@ -12,12 +12,12 @@ list(TRANSFORM entries REPLACE "^ +([A-Za-z_]+).*" "\\1" OUTPUT_VARIABLE documen
 # Headers are included as "core/...", "jli/..." and so on.
 set(public_headers
   core/banner.h core/child_process.h core/config_text.h core/configuration.h core/home_directories.h
-  core/jlp_utils.h core/jlp_vars.h core/native_invocation.h core/processed_args.h
+  core/java_versions.h core/jlp_utils.h core/jlp_vars.h core/native_invocation.h core/processed_args.h
   core/rewriting/advanced_mode.h core/rewriting/agent_args.h core/rewriting/arg_files.h
   core/rewriting/jvm_env_vars.h core/rewriting/legacy_mode.h core/rewriting/obsolete_options.h
   core/rewriting/option_filters.h core/rewriting/parse_arguments.h core/rewriting/path_rewriting.h
   core/rewriting/ri_mode.h core/rewriting/single_arg.h core/start_up.h
-  jli/args.h jli/jli_util.h jli/memory.h
+  jli/arg_bookkeeping.h jli/arg_file_tokenizer.h jli/args.h jli/jli_util.h jli/memory.h
   platform/linkage.h platform/windows_services.h)
 if(NOT WIN32)
   list(APPEND public_headers platform/posix/windows_services.h)

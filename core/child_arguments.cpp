@@ -3,8 +3,8 @@
 #include <cstring>
 
 #include "core/configuration.h"
+#include "core/java_versions.h"
 #include "core/jlp_vars.h"
-#include "core/native_invocation.h"
 #include "core/rewriting/parse_arguments.h"
 #include "jli/text_buffer.h"
 #include "platform/command_line.h"

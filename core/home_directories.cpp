@@ -61,7 +61,7 @@ bool passes(const text_ptr &fault) {
 }
 
 [[noreturn]] void end_without_bundle(const char *directory) {
-    end_with_fault(0, format_text("Error: %s doesn't exist\n", directory).get());
+    end_with_fault(0, format_text("Error: %s doesn't exist\n", directory));
 }
 
 void set_container_home_from_bundle() {
@@ -70,8 +70,7 @@ void set_container_home_from_bundle() {
     if (!in_jre_bin && !directory.ends_with(bin)) {
         end_with_fault(0, format_text("Error: java executable is expected to be in either the %s "
                                       "or %s folder\n",
-                                      jre_bin, bin)
-                              .get());
+                                      jre_bin, bin));
     }
     const text_ptr home = format_text("%s\\..%s", executable_dir, in_jre_bin ? "\\.." : "");
     assign_text(&container_home, home.get());
@@ -155,8 +154,7 @@ void fall_back_on_bundle() {
     if (is_empty(quorvel_home)) {
         assign_text(&quorvel_home, format_text("%s\\quorvel_home", jvm_home).get());
         if (!is_directory(quorvel_home)) {
-            print_text(stderr, format_text("Error: %s doesn't exist\n", quorvel_home));
-            exit(0);
+            end_with_error(0, format_text("Error: %s doesn't exist\n", quorvel_home));
         }
         JLI_TraceLauncher("QUORVEL_HOME set using bundle config: %s\n", quorvel_home);
     }

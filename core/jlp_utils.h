@@ -9,6 +9,7 @@
 #include "core/config_text.h"
 #include "core/configuration.h"
 #include "core/home_directories.h"
+#include "core/java_versions.h"
 #include "core/jlp_vars.h"
 #include "core/native_invocation.h"
 #include "core/processed_args.h"

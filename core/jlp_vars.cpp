@@ -52,6 +52,8 @@ char *jvm_options_array[OPTION_SLOTS];
 int jvm_options_count = 0;
 char *container_options_array[OPTION_SLOTS];
 int container_options_count = 0;
+JLI_List allow_vm_properties_loaded = nullptr;
+JLI_List ignore_properties_loaded = nullptr;
 
 char *processedArg[ARGUMENT_SLOTS];
 int processedArgCount = 0;

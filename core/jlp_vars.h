@@ -10,8 +10,10 @@
  *
  * The trace log LOG_FILE_FD belongs to the state too; it is declared in jli/jli_util.h, because the
  * trace function below the core writes to it. Besides the state a process keeps: whether it traces
- * (jli/jli_util.h), the bookkeeping of arguments (jli/arg_bookkeeping.h), and while a command line
- * is rewritten what its path lists have found on the disk (core/rewriting/path_rewriting.h). */
+ * (jli/jli_util.h), the bookkeeping of arguments (jli/arg_bookkeeping.h), what command lines leave
+ * behind (jli/kept.h), who is told of its end (jli/ending.h), which settings a native host has
+ * loaded (core/native_invocation.cpp), and while a command line is rewritten what its path lists
+ * have found on the disk (core/rewriting/shared_disk_queries.h). */
 
 #include "jli/jli_util.h"
 #include "platform/linkage.h"
@@ -100,6 +102,11 @@ extern int jvm_options_count;
 extern char *container_options_array[OPTION_SLOTS];
 extern int container_options_count;
 
+/* What stood in the allow and ignore lists when a native host's configuration had been loaded: the
+ * entries for its further command lines. Null elsewhere. */
+extern JLI_List allow_vm_properties_loaded;
+extern JLI_List ignore_properties_loaded;
+
 /* ---- Work arrays of a command line ---- */
 
 enum { ARGUMENT_SLOTS = 10000, VARIABLE_SLOTS = 100000, COMPONENT_SLOTS = 100000 };
@@ -117,7 +124,8 @@ QVL_STATE int lhs_count;
 QVL_STATE char *rhs[ARGUMENT_SLOTS];
 QVL_STATE int rhs_count;
 
-/* One rewritten path list per call of the path rewriter; owns them. Emptied by cleanup. */
+/* One rewritten path list per call of the path rewriter; owns them. Emptied by cleanup and by
+ * release_jlp_for_native_invocation. */
 extern char *newPathList[ARGUMENT_SLOTS];
 extern int newPathListCount;
 

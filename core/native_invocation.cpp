@@ -1,50 +1,78 @@
 #include "core/native_invocation.h"
 
 #include <cctype>
-#include <cstdlib>
+#include <span>
 
 #include "core/configuration.h"
+#include "core/java_versions.h"
 #include "core/jlp_vars.h"
-#include "core/launch_mode.h"
+#include "core/settings.h"
 #include "core/state_arrays.h"
 #include "core/state_text.h"
-#include "platform/files.h"
+#include "jli/arg_bookkeeping.h"
+#include "jli/ending.h"
+#include "jli/kept.h"
+#include "jli/trace.h"
 
 namespace {
 
-bool trace_presence(const text_ptr &path, entry_kind wanted) {
-    const bool is_present = kind_of(path.get()) == wanted;
-    JLI_TraceLauncher(is_present ? "%s is present\n" : "%s is NOT present\n", path.get());
-    return is_present;
-}
+// The texts that the last configuration has brought. A host may have put its own in the place of
+// one: that is left alone.
+struct loaded_text {
+    char **slot, *text;
+};
+loaded_text loaded_texts[2 * SETTING_COUNT + 2];
+int loaded_text_count = 0;
 
-bool has_java_9_layout(const char *home) {
-    return trace_presence(format_text("%s\\lib\\jrt-fs.jar", home), entry_kind::file) &&
-           trace_presence(format_text("%s\\legal\\java.base", home), entry_kind::directory);
-}
-
-const char *version_text(int is_java_9_plus) {
-    return is_java_9_plus ? "9+" : "8-";
-}
-
-void init_host_version() {
-    JLI_TraceLauncher("DETERMINING HOST JVM VERSION:\n");
-    JLI_TraceLauncher("-----------------------------\n");
-    if (has_java_9_layout(jvm_home)) {
-        is_host_java_9_plus = 1;
+void note_text(char **slot) {
+    if (slot != nullptr) {
+        loaded_texts[loaded_text_count++] = {slot, *slot};
     }
-    JLI_TraceLauncher("Host JVM is Java %s\n", version_text(is_host_java_9_plus));
-    JLI_TraceLauncher("\n");
 }
 
-void init_guest_version() {
-    JLI_TraceLauncher("DETERMINING GUEST JAVA VERSION:\n");
-    JLI_TraceLauncher("-------------------------------\n");
-    if (has_java_9_layout(container_home)) {
-        is_guest_java_9_plus = 1;
+JLI_List copy_entries(char *const *entries, int count) {
+    JLI_List copies = JLI_List_new(static_cast<size_t>(count) + 1);
+    for (int i = 0; i < count; i++) {
+        JLI_List_add(copies, JLI_StringDup(entries[i]));
     }
-    if (current_launch_mode().runs_container()) {
-        JLI_TraceLauncher("Guest JVM is Java %s\n", version_text(is_guest_java_9_plus));
+    return copies;
+}
+
+void restore_entries(char **entries, JLI_List copies) {
+    for (size_t i = 0; copies != nullptr && i < copies->size; i++) {
+        if (entries[i] == nullptr) {
+            entries[i] = JLI_StringDup(copies->elements[i]);
+        }
+    }
+}
+
+void note_configuration() {
+    note_text(&new_mem_val_as_str);
+    note_text(&launcher_path_arg);
+    for (const setting &row : SETTINGS) {
+        note_text(row.text);
+        note_text(row.argument);
+    }
+    allow_vm_properties_loaded = copy_entries(allow_vm_properties_array, allow_vm_properties_count);
+    ignore_properties_loaded = copy_entries(ignore_properties_array, ignore_properties_count);
+}
+
+void release_configuration() {
+    reset_jlp_for_native_invocation();
+    for (const loaded_text &each : std::span(loaded_texts, loaded_text_count)) {
+        if (*each.slot == each.text) {
+            release_text(each.slot);
+        }
+    }
+    loaded_text_count = 0;
+    for (const setting &row : SETTINGS) {
+        if (row.list.slots != nullptr) {
+            release_entries(row.list.slots, row.list.count);
+        }
+    }
+    for (JLI_List *list : {&allow_vm_properties_loaded, &ignore_properties_loaded}) {
+        JLI_List_free(*list);
+        *list = nullptr;
     }
 }
 
@@ -52,8 +80,13 @@ void init_guest_version() {
 
 void initialize_jlp_for_native_invocation(const char *library_path, int32_t) {
     native_jvm_bits = 64;
+    says_faults = 1;
     init_launcher_home_from_library_path(library_path);
+    if (loaded_text_count != 0) {
+        release_configuration();
+    }
     load_config_file();
+    note_configuration();
     init_host_and_guest_versions();
 }
 
@@ -64,23 +97,13 @@ void init_launcher_home_from_library_path(const char *library_path) {
     }
     const size_t length = std::string_view(lower_case.get()).rfind(jni_lib_path);
     if (length == std::string_view::npos) {
-        print_text(stderr,
-                   format_text("Error: failed to identify launcher_home in library path: %s\n",
-                               library_path));
-        exit(1);
+        end_with_error(1,
+                       format_text("Error: failed to identify launcher_home in library path: %s\n",
+                                   library_path));
     }
     assign_text(&launcher_home, {library_path, length});
     is_native_invocation = 1;
     os_name = "Windows";
-}
-
-void init_host_and_guest_versions() {
-    if (jvm_home != nullptr && is_directory(jvm_home)) {
-        init_host_version();
-    }
-    if (container_home != nullptr && is_directory(container_home)) {
-        init_guest_version();
-    }
 }
 
 void reset_jlp_for_native_invocation() {
@@ -90,4 +113,20 @@ void reset_jlp_for_native_invocation() {
     release_entries(processedArg, &processedArgCount);
     rhs_count = 0;
     lhs_count = 0;
+}
+
+void release_jlp_for_native_invocation() {
+    if (!is_native_invocation) {
+        return;
+    }
+    reset_jlp_for_native_invocation();
+    release_entries(newPathList, &newPathListCount);
+    release_kept_blocks();
+    restore_entries(allow_vm_properties_array, allow_vm_properties_loaded);
+    restore_entries(ignore_properties_array, ignore_properties_loaded);
+    JLI_ResetArgProcessing();
+}
+
+void set_jlp_end_listener(void (*listener)(const char *message, int status)) {
+    end_listener = listener;
 }

@@ -7,6 +7,7 @@
 #include "core/jlp_vars.h"
 #include "core/launch_mode.h"
 #include "core/state_text.h"
+#include "jli/trace.h"
 #include "platform/files.h"
 
 namespace {
@@ -35,8 +36,7 @@ bool open_log_file(const setting &, char *path) {
     }
     LOG_FILE_FD = open_text_file(path, "w+");
     if (LOG_FILE_FD == nullptr) {
-        print_text(stderr, format_text("Error! Could not open log_file_path: %s\n", path));
-        exit(-1);
+        end_with_error(-1, format_text("Error! Could not open log_file_path: %s\n", path));
     }
     return true;
 }

@@ -1,11 +1,11 @@
 #include "core/start_up.h"
 
 #include <cstdio>
-#include <cstdlib>
 #include <cstring>
 
 #include "core/jlp_vars.h"
 #include "core/state_text.h"
+#include "jli/trace.h"
 #include "platform/files.h"
 #include "platform/windows_services.h"
 
@@ -37,10 +37,12 @@ char *get_executable_file_path() {
     char *path = new_own_path();
     os_name = "Windows";
     if (!is_valid_exe_path(path)) {
-        print_text(stdout, format_text("Error: java executable path either doesn't exist or is "
-                                       "invalid: \"%s\"\n",
-                                       path));
-        exit(1);
+        const text_ptr message =
+            format_text("Error: java executable path either doesn't exist or is "
+                        "invalid: \"%s\"\n",
+                        path);
+        print_text(stdout, message);
+        end_after(1, message);
     }
     return path;
 }

@@ -5,7 +5,7 @@
 #include <cstdlib>
 #include <cstring>
 
-#include "jli/jli_util.h"
+#include "jli/trace.h"
 
 char *new_state_text() {
     char *buffer = static_cast<char *>(JLI_MemAlloc(TEXT_SIZE));
@@ -39,9 +39,8 @@ void append_to_state_text(char *buffer, std::string_view text) {
 
 void refuse_long_text(std::string_view text) {
     const text_ptr shown = copy_text(text);
-    print_text(stderr, format_text("Error: text too long (at most %d bytes): %.60s...\n",
-                                   TEXT_SIZE - 1, shown.get()));
-    exit(1);
+    end_with_error(1, format_text("Error: text too long (at most %d bytes): %.60s...\n",
+                                  TEXT_SIZE - 1, shown.get()));
 }
 
 void refuse_entry(const char *what, int capacity) {
@@ -49,6 +48,5 @@ void refuse_entry(const char *what, int capacity) {
     if (LOG_FILE_FD != nullptr) {
         print_text(LOG_FILE_FD, message);
     }
-    print_text(stderr, message);
-    exit(1);
+    end_with_error(1, message);
 }

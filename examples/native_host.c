@@ -7,7 +7,8 @@
  * two lists to the Java runtime that it has in its own process; starting a java.exe shows the same.
  *
  * The core keeps its state in globals (core/jlp_vars.h) and ends the process where it cannot go on:
- * each header says with which status. It must be called from one thread at a time. What is used
+ * each header says with which status, and a listener is told why. It must be called from one thread
+ * at a time. What is used
  * here both libraries have, the static one and the shared one. */
 
 #include <stdio.h>
@@ -100,8 +101,13 @@ static int run(int argc, char **argv) {
     parse_arguments(argc, argv); /* the result is in lhs and rhs */
     const int exit_code = start_java();
     printf("Java ended with %d\n", exit_code);
-    reset_jlp_for_native_invocation(); /* ready for the next command line */
+    release_jlp_for_native_invocation(); /* ready for the next command line */
     return exit_code;
+}
+
+/* The core is about to end this process: the last chance to say so in the host's own way. */
+static void tell_end(const char *message, int status) {
+    fprintf(stderr, "native_host: the core ends with %d: %s\n", status, message);
 }
 
 int main(int argc, char **argv) {
@@ -109,6 +115,7 @@ int main(int argc, char **argv) {
         fprintf(stderr, "usage: native_host LIBRARY ARGUMENTS [-- ARGUMENTS]\n");
         return 2;
     }
+    set_jlp_end_listener(tell_end);
     /* Once per process: the launcher home comes from the library's path, the settings from its
      * launcher.cfg, and the launch mode is "advanced". */
     initialize_jlp_for_native_invocation(argv[1], 0);

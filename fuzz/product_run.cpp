@@ -4,6 +4,7 @@
 #include <csetjmp>
 #include <sstream>
 
+#include "core/rewriting/shared_disk_queries.h"
 #include "tests/support/state.h"
 
 namespace {

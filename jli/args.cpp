@@ -3,6 +3,7 @@
 #include <cstdlib>
 #include <cstring>
 
+#include "jli/kept.h"
 #include "jli/trace.h"
 #include "platform/files.h"
 
@@ -17,7 +18,7 @@ namespace {
         write_trace(stderr, message);
     }
     say_traced_fault(message.get());
-    exit(1);
+    end_after(1, message);
 }
 
 // How messages name the text that is being expanded.
@@ -72,6 +73,7 @@ bool add_token(JLI_List args, char *token, const char *variable_name) {
                             token, place_of(variable_name).get());
         }
         JLI_List_add(args, expansion->elements[i]);
+        keep_until_release(expansion->elements[i]);
     }
     JLI_MemFree(expansion->elements);
     JLI_MemFree(expansion);
@@ -137,17 +139,20 @@ int JLI_AddArgsFromEnvVar(JLI_List args, const char *name) {
 int expand(JLI_List args, const char *text, const char *variable_name) {
     text_ptr block(static_cast<char *>(JLI_MemAlloc(strlen(text) + 1)));
     char *out = block.get();
+    bool is_block_used = false;
     for (text = skip_whitespace(text); *text != '\0'; text = skip_whitespace(text)) {
         char *token = out;
         out = copy_token(text, out, variable_name);
         if (add_token(args, token, variable_name)) {
-            // From here on the list's strings lie in the block.
-            (void)block.release();
+            is_block_used = true;
         }
         if (JLI_GetAppArgIndex() != -1) {
             report_and_exit("Error: Cannot specify main class in %s",
                             place_of(variable_name).get());
         }
+    }
+    if (is_block_used) {
+        keep_until_release(block.release());
     }
     return 1;
 }

@@ -5,7 +5,13 @@
  * launcher.
  *
  * Every failure is fatal: its message goes through JLI_ReportMessage() and the process ends with
- * status 1. */
+ * status 1.
+ *
+ * The bookkeeping (jli/arg_bookkeeping.h) is one for the process and goes on from one command line
+ * to the next. A main class in a file ends expansion for good, and "--disable-@files" in one stays
+ * in force: "@" arguments of later command lines are then no longer expanded, and the rewriting
+ * drops them (core/rewriting/arg_files.h), until release_jlp_for_native_invocation() or
+ * JLI_ResetArgProcessing(). */
 
 #include "jli/arg_bookkeeping.h"
 #include "jli/arg_file_tokenizer.h"
@@ -22,8 +28,8 @@ extern "C" {
  * that begins with "--source" and holds a space is split at whitespace. An "@" argument itself is
  * not checked, its tokens are; once the application's arguments have begun nothing is.
  *
- * A list of a split "--source" argument is never freed (see expand()), any other belongs to the
- * caller and is given back with JLI_List_free(). */
+ * A list of a split "--source" argument is not freed as such (see expand()), any other belongs to
+ * the caller and is given back with JLI_List_free(). */
 JLI_List JLI_PreprocessArg(const char *arg, int expand_source_opt);
 
 /* Splits an argument at whitespace; the list is filled, and therefore lives, as expand() says. */
@@ -47,8 +53,9 @@ int JLI_AddArgsFromEnvVar(JLI_List args, const char *name);
  * fatal); with null, quotes are ordinary. A terminal option and a main class end the process.
  * Returns 1.
  *
- * The options that stand in the text itself lie in one block that is never freed: `args` must not
- * be given to JLI_List_free() and lives until the process ends. */
+ * The texts that it appends are kept for the caller, most of them in one block, until the process
+ * ends or a native host calls release_jlp_for_native_invocation(): `args` must not be given to
+ * JLI_List_free(), though its array and its record may be freed. */
 int expand(JLI_List args, const char *text, const char *variable_name);
 
 /* ---- Messages ---- */

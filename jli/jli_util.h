@@ -23,7 +23,8 @@ struct JLI_List_ {
 };
 typedef struct JLI_List_ *JLI_List;
 
-/* A new list of exactly `capacity` slots (at least 1), owned by the caller. */
+/* A new list of exactly `capacity` slots, owned by the caller. At least 1: capacities
+ * double, and 0 never becomes more, so that JLI_List_add() on such a list does not return. */
 JLI_List JLI_List_new(size_t capacity);
 
 /* Frees the strings, the array and the record; a null list is left alone. */
@@ -81,7 +82,8 @@ extern int _launcher_debug;
 extern int leaves_standard_output;
 
 /* 1: what keeps a program from being started is said on standard error, traced or not
- * (jli/trace.h). Initially 0: it is traced, and shown where nothing but its own rule says so. */
+ * (jli/trace.h); so it is for a native host without a listener. Initially 0: it is traced, and
+ * shown where nothing but its own rule says so. */
 extern int says_faults;
 
 /* Switches tracing on, for good. */

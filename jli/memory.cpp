@@ -4,6 +4,8 @@
 #include <cstdlib>
 #include <cstring>
 
+#include "jli/ending.h"
+
 namespace {
 
 // A block that could not be had ends the process; the wrapped function's name says which.
@@ -11,7 +13,7 @@ template <typename Block>
 Block *or_exit(Block *block, const char *function) {
     if (block == nullptr) {
         perror(function);
-        exit(1);
+        end_process(1, "out of memory");
     }
     return block;
 }

@@ -2,6 +2,7 @@
 
 #include <cstdio>
 
+#include "jli/ending.h"
 #include "platform/console.h"
 #include "platform/format.h"
 
@@ -12,7 +13,7 @@ text_ptr format_text_list(const char *format, va_list arguments) {
     va_end(measured);
     if (length < 0) {
         perror("format");
-        exit(1);
+        end_process(1, "a text cannot be formatted");
     }
     const size_t size = static_cast<size_t>(length) + 1;
     text_ptr text(static_cast<char *>(JLI_MemAlloc(size)));

@@ -1,7 +1,8 @@
 #include "jli/trace.h"
 
 #include <cstdio>
-#include <cstdlib>
+
+#include "jli/ending.h"
 
 int _launcher_debug = 0;
 int leaves_standard_output = 0;
@@ -59,7 +60,8 @@ void say_fault(const char *message) {
 }
 
 void say_traced_fault(const char *message) {
-    if (says_faults && (!JLI_IsTraceLauncher() || traces_to_log_alone())) {
+    if (says_faults && end_listener == nullptr &&
+        (!JLI_IsTraceLauncher() || traces_to_log_alone())) {
         say_fault(message);
     }
 }
@@ -69,7 +71,20 @@ void trace_fault(const char *message) {
     say_traced_fault(message);
 }
 
-void end_with_fault(int status, const char *message) {
-    trace_fault(message);
-    exit(status);
+void end_with_fault(int status, const text_ptr &message) {
+    trace_fault(message.get());
+    end_after(status, message);
+}
+
+void end_with_error(int status, const text_ptr &message) {
+    print_text(stderr, message);
+    end_after(status, message);
+}
+
+void end_after(int status, const text_ptr &message) {
+    const size_t length = strlen(message.get());
+    if (length > 0 && message.get()[length - 1] == '\n') {
+        message.get()[length - 1] = '\0';
+    }
+    end_process(status, message.get());
 }

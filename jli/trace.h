@@ -1,8 +1,8 @@
 #ifndef JLI_TRACE_H
 #define JLI_TRACE_H
 
-// The trace (jli_util.h has its C functions) and the faults: what keeps a program from being
-// started.
+// The trace (jli_util.h has its C functions), the faults (what keeps a program from being started)
+// and the ends of the process that have a message.
 
 #include <cstdio>
 
@@ -21,7 +21,10 @@ void say_traced_fault(const char *message);
 // Traces the message, and says it where faults are said.
 void trace_fault(const char *message);
 
-// The same, and ends the process.
-[[noreturn]] void end_with_fault(int status, const char *message);
+// Ends the process: after a fault, with a message that standard error always gets, and with one
+// that has been said already.
+[[noreturn]] void end_with_fault(int status, const text_ptr &message);
+[[noreturn]] void end_with_error(int status, const text_ptr &message);
+[[noreturn]] void end_after(int status, const text_ptr &message);
 
 #endif

@@ -1,6 +1,5 @@
 #include "core/rewriting/agent_args.h"
 
-#include <cstdlib>
 #include <cstring>
 
 #include "core/environment.h"
@@ -9,6 +8,8 @@
 #include "core/processed_args.h"
 #include "core/rewriting/java_options.h"
 #include "core/state_arrays.h"
+#include "jli/ending.h"
+#include "jli/kept.h"
 #include "jli/trace.h"
 #include "platform/files.h"
 #include "platform/windows_services.h"
@@ -16,6 +17,7 @@
 namespace {
 
 void append_to_lhs(text_ptr arg) {
+    keep_until_release(arg.get());
     append_entry(lhs, &lhs_count, arg.release());
 }
 
@@ -33,8 +35,7 @@ text_ptr find_native_agent() {
     if (kind_of(library.get()) == entry_kind::missing) {
         end_with_fault(
             1, format_text("Error: Expected Quorvel native agent library, '%s', doesn't exist\n",
-                           library.get())
-                   .get());
+                           library.get()));
     }
     return library;
 }
@@ -48,7 +49,7 @@ text_ptr native_agent_arg() {
         return format_text("-agentpath:%s", find_native_agent().get());
     }
     if (initialize_agentlib_env() == FAILURE) {
-        exit(1);
+        end_process(1, "the library path could not be set");
     }
     return copy_text("-agentlib:quorvel");
 }

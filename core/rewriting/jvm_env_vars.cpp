@@ -11,6 +11,7 @@
 #include "core/rewriting/path_rewriting.h"
 #include "core/rewriting/single_arg.h"
 #include "jli/args.h"
+#include "jli/kept.h"
 #include "jli/text_buffer.h"
 #include "jli/trace.h"
 #include "platform/windows_services.h"
@@ -37,7 +38,7 @@ constexpr char ADDS[] =
 
 void set_variable_or_exit(const char *name, const char *value) {
     if (!SetEnvironmentVariableA(name, value)) {
-        end_with_fault(1, format_text("Error: Failed to set %%%s%%\n", name).get());
+        end_with_fault(1, format_text("Error: Failed to set %%%s%%\n", name));
     }
 }
 
@@ -68,10 +69,19 @@ void rewrite_options(const char *name, const char *guest_name, JLI_List options)
     }
 }
 
-// The user's own guest options, as they were at the start of the process.
-void append_guest_options(const char *guest_name) {
+// The options of a variable, as they were at the start of the process. Their texts share a block,
+// so that the list cannot be freed by itself (jli/args.h).
+JLI_List options_of(const char *name) {
     JLI_List options = JLI_List_new(LIST_CAPACITY);
-    JLI_AddArgsFromEnvVar(options, guest_name);
+    JLI_AddArgsFromEnvVar(options, name);
+    keep_until_release(options->elements);
+    keep_until_release(options);
+    return options;
+}
+
+// The user's own guest options.
+void append_guest_options(const char *guest_name) {
+    JLI_List options = options_of(guest_name);
     for (size_t i = 0; i < options->size; i++) {
         place({rhs, &rhs_count}, options->elements[i]);
     }
@@ -85,9 +95,7 @@ void process_jvm_env_var(const char *name) {
         return;
     }
     const text_ptr guest_name = format_text("QUORVEL_GUEST_%s", name);
-    // Neither list is freed: its texts share a block that the expansion keeps (jli/args.h).
-    JLI_List options = JLI_List_new(LIST_CAPACITY);
-    JLI_AddArgsFromEnvVar(options, name);
+    JLI_List options = options_of(name);
     if (options->size > 0) {
         rewrite_options(name, guest_name.get(), options);
     }

@@ -27,8 +27,9 @@ int is_possible_path_arg(const char *arg);
 /* 1 for "-Xbootclasspath:", "-Xbootclasspath/p:" and "-Xbootclasspath/a:" with what follows. */
 int is_xbootclasspath_arg(const char *arg);
 
-/* The "-agentlib:" form of an argument that begins with "-Xrun", a new heap string of the caller's:
- * -Xrunjdwp:server=y becomes -agentlib:jdwp=server=y. */
+/* The "-agentlib:" form of an argument, which must begin with "-Xrun" (its first five bytes are
+ * passed over unread), a new heap string of the caller's: -Xrunjdwp:server=y becomes
+ * -agentlib:jdwp=server=y. */
 char *convertXrunToAgentLib(const char *arg);
 
 #ifdef __cplusplus

@@ -8,7 +8,7 @@
 #include "core/rewriting/agent_args.h"
 #include "core/rewriting/java_options.h"
 #include "core/rewriting/jvm_env_vars.h"
-#include "core/rewriting/path_rewriting.h"
+#include "core/rewriting/shared_disk_queries.h"
 #include "core/rewriting/single_arg.h"
 #include "core/state_text.h"
 #include "platform/files.h"

@@ -11,8 +11,10 @@ extern "C" {
  * flags (native_invocation.h). Outside a native invocation "JDK_JAVA_OPTIONS", "JAVA_TOOL_OPTIONS",
  * "CLASSPATH" and the library path are rewritten in the environment; so is "_JAVA_OPTIONS", in any
  * invocation, where the mode "advanced" meets the main class or gets no arguments. The allow and
- * ignore lists are released. Ends the process with status 1 where the native agent, a variable or
- * an argument file fails it, and where a list is full.
+ * ignore lists are released: the next command line has neither, unless the configuration is loaded
+ * anew or a native host has called release_jlp_for_native_invocation(). Argument files go on from
+ * where the last command line has left them (jli/args.h). Ends the process with status 1 where the
+ * native agent, a variable or an argument file fails it, and where a list is full.
  *
  * In a native invocation the arguments are options, as the invocation interface takes them. A main
  * class is none: what neither begins with "-" nor is an option's value goes to lhs as it stands,

@@ -6,6 +6,7 @@
 #include "core/config_text.h"
 #include "core/jlp_vars.h"
 #include "core/rewriting/path_prefixes.h"
+#include "core/rewriting/shared_disk_queries.h"
 #include "core/state_arrays.h"
 #include "core/state_text.h"
 #include "jli/text_buffer.h"

@@ -10,9 +10,10 @@ extern "C" {
 /* Rewrites the list of paths in `arg`, separated by ";" or, in a list without ";", by ",": an
  * element whose absolute form is `old_home` or lies below it is replaced by that form with
  * `new_home` in front; every other element stays as it is written. With has_name 1 the list begins
- * after the first `name_delimiter`, which `arg` must hold, and what stands before is kept; with any
- * other value the whole argument is the list. The result belongs to newPathList; a full newPathList
- * ends the process with status 1. Reads the current directory and the file system. */
+ * after the first `name_delimiter`, and what stands before is kept; an `arg` without it is
+ * undefined behaviour. With any other value the whole argument is the list. The result belongs to
+ * newPathList; a full newPathList ends the process with status 1. Reads the current directory and
+ * the file system. */
 char *replaceLauncherHomeWithRIHome(const char *arg, const char *old_home, const char *new_home,
                                     int has_name, char name_delimiter);
 
@@ -27,15 +28,6 @@ char *replace_char(char *text, char from, char to);
 
 #ifdef __cplusplus
 }
-
-// While one stands, all path lists share what they ask of the disk: the current directory once, and
-// each prefix that exists once. Without one a list asks for itself. There is never more than one.
-struct shared_disk_queries {
-    shared_disk_queries();
-    ~shared_disk_queries();
-    shared_disk_queries(const shared_disk_queries &) = delete;
-    shared_disk_queries &operator=(const shared_disk_queries &) = delete;
-};
 #endif
 
 #endif

@@ -3,7 +3,9 @@
 #include "core/jlp_utils.h"
 #include "core/state_arrays.h"
 #include "core/state_text.h"
+#include "jli/ending.h"
 #include "tests/rewriting/engine.h"
+#include "tests/support/programs.h"
 #include "tests/support/trace.h"
 
 namespace {
@@ -16,6 +18,26 @@ protected:
 
 constexpr char HOST_TITLE[] = "DETERMINING HOST JVM VERSION:\n-----------------------------\n";
 constexpr char GUEST_TITLE[] = "DETERMINING GUEST JAVA VERSION:\n-------------------------------\n";
+
+// What a command line leaves behind: path lists, agents, options of variables, allow and ignore lists.
+constexpr char FULL_CONFIGURATION[] = "QUORVEL_NATIVE_AGENT=a.dll\nIGNORE_OPTIONS=-Xignored\nALLOW_VM_OPTIONS=allowed\n"
+                                      "JVM_OPTIONS=\"-Xj\"\nRULE_FILE=r\n";
+constexpr char FULL_LINE[] =
+    "@C:\\options|-Xignored|-Dallowed=C:\\L|-cp|C:\\L\\a;b|-Da=C:\\L|-Xbootclasspath:C:\\L|-jar|app";
+
+void initialize(const std::string &configuration) {
+    put_file("C:\\L\\launcher.cfg", configuration);
+    initialize_jlp_for_native_invocation(here("C:\\L\\jni\\qvljni.dll").c_str(), 0);
+}
+
+std::string rewritten_full_line() {
+    rewrite(FULL_LINE);
+    return host_list() + '|' + guest_list();
+}
+
+void tell(const char *message, int status) {
+    fprintf(stderr, "told: %s, %d", message, status);
+}
 
 } // namespace
 
@@ -123,4 +145,72 @@ TEST_F(native_invocation, takes_arguments_without_quotes) {
     EXPECT_EQ(processedArg[7], nullptr);
     EXPECT_EQ(rule_file_arg, nullptr);
     new_mem_val_as_str = nullptr; // released
+}
+
+TEST_F(native_invocation, a_host_lives_long) {
+    put_file("C:\\options", "-Db=1\n-Xignored");
+    put_file("C:\\main", "Main --disable-@files\n");
+    set_variable("_JAVA_OPTIONS", "-Dv='a b' @C:\\options");
+    set_variable("QUORVEL_GUEST__JAVA_OPTIONS", "-Dg");
+    initialize(FULL_CONFIGURATION);
+    const std::string first = rewritten_full_line();
+    EXPECT_EQ(first.find("-Xignored"), std::string::npos);
+    reset_jlp_for_native_invocation();
+    EXPECT_EQ(newPathListCount, 7);
+    EXPECT_NE(rewritten_full_line(), first); // what a reset leaves makes a difference
+    size_t in_use = 0;
+    for (int line = 0; line < 2000; line++) {
+        release_jlp_for_native_invocation();
+        ASSERT_EQ(lhs_count + rhs_count + processedArgCount + newPathListCount, 0);
+        ASSERT_EQ(rewritten_full_line(), first) << line;
+        in_use = line == 100 ? heap_in_use() : in_use;
+    }
+    EXPECT_EQ(heap_in_use(), in_use);
+    release_jlp_for_native_invocation();
+    rewrite("@C:\\main");
+    EXPECT_EQ(JLI_GetAppArgIndex(), 2);
+    release_jlp_for_native_invocation();
+
+    static char own_home[] = "C:\\own";
+    for (int call = 0; call < 20; call++) {
+        if (call == 10) {
+            release_jlp_for_native_invocation();
+            in_use = heap_in_use();
+        }
+        free(std::exchange(jvm_home, own_home)); // a home that the host owns
+        initialize(FULL_CONFIGURATION);
+        EXPECT_EQ(rewritten_full_line(), first) << call;
+        release_jlp_for_native_invocation();
+    }
+    EXPECT_EQ(heap_in_use(), in_use);
+    for (const char *variable : {"_JAVA_OPTIONS", "QUORVEL_GUEST__JAVA_OPTIONS"}) {
+        set_variable(variable, "");
+    }
+}
+
+TEST_F(native_invocation, no_end_is_silent) {
+    const struct {
+        const char *configuration, *args, *message;
+        int status = 1;
+        bool is_always_said = false;
+    } rows[] = {
+        {"LOG_FILE_OR_DIR=none\\log", "", "Error! Could not open log_file_path: C:\\L\\none\\log", -1, true},
+        {"QUORVEL_HOME=C:\\Q3", "-ea",
+         "Error: Expected Quorvel native agent library, 'C:\\Q3\\quorvel.dll', doesn't exist"},
+        {"", "@C:\\none", "Error: could not open `C:\\none'"},
+        {"CONTAINER_OPTIONS=\"-Xc\"", "|", "Error: too many host or leading arguments (at most 10000)", 1, true},
+    };
+    const auto end = [](const auto &row, void (*listener)(const char *, int)) {
+        set_jlp_end_listener(listener);
+        initialize(here(row.configuration));
+        lhs_count = row.args == std::string("|") ? ARGUMENT_SLOTS : 0;
+        rewrite(row.args);
+    };
+    for (const auto &row : rows) {
+        const testing::ExitedWithCode status(on_windows ? row.status : row.status & 255);
+        const std::string message = here(row.message), line = message + '\n';
+        const std::string told = "told: " + message + ", " + std::to_string(row.status);
+        EXPECT_EXIT(end(row, nullptr), status, testing::Eq(line));
+        EXPECT_EXIT(end(row, tell), status, testing::Eq((row.is_always_said ? line : "") + told));
+    }
 }

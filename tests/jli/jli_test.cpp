@@ -4,6 +4,7 @@
 #include <cstring>
 #include <fstream>
 
+#include "jli/ending.h"
 #include "jli/text.h"
 #include "tests/jli/tokens.h"
 #include "tests/support/disk.h"
@@ -32,7 +33,10 @@ void expect_results(std::string (*result)(const char *), std::vector<std::pair<c
 
 TEST(memory, exhausted_heap_ends_the_process) {
     const testing::ExitedWithCode failed(1);
-    EXPECT_EXIT((refused = allocations + 1, JLI_MemAlloc(1)), failed, "^malloc: .+\n$");
+    EXPECT_EXIT((
+                    end_listener = [](const char *told, int status) { fprintf(stderr, "%s, %d", told, status); },
+                    refused = allocations + 1, JLI_MemAlloc(1)),
+                failed, "^malloc: .+\nout of memory, 1$");
     EXPECT_EXIT((refused = allocations + 1, JLI_MemRealloc(nullptr, 1)), failed, "^realloc: .+\n$");
     EXPECT_EXIT((refused = allocations + 1, JLI_StringDup("text")), failed, "^strdup: .+\n$");
     EXPECT_EXIT((refused = allocations + 2, JLI_List_new(1)), failed, "^malloc: .+\n$");

@@ -2,6 +2,7 @@
 
 #include "core/jlp_utils.h"
 #include "core/rewriting/path_rewriting.h"
+#include "core/rewriting/shared_disk_queries.h"
 #include "core/state_arrays.h"
 #include "core/state_text.h"
 #include "platform/files.h"

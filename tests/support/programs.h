@@ -53,6 +53,9 @@ bool is_running(uint32_t process_id);
 size_t handle_count(uint32_t process_id);
 uint64_t processor_time(uint32_t process_id);
 
+// The bytes of this process's heap that are in use; 0 where a sanitizer keeps it.
+size_t heap_in_use();
+
 // How this process was started: window, title, which streams were named, priority, console.
 std::string own_start();
 

@@ -5,6 +5,7 @@
 #include <cstdlib>
 #include <fcntl.h>
 #include <fstream>
+#include <malloc.h>
 #include <spawn.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -61,6 +62,10 @@ uint64_t processor_time(uint32_t process_id) {
     uint64_t nanoseconds = 0;
     std::ifstream("/proc/" + std::to_string(process_id) + "/schedstat") >> nanoseconds;
     return nanoseconds;
+}
+
+size_t heap_in_use() {
+    return mallinfo2().uordblks;
 }
 
 bool job_exists(const std::string &) {

@@ -136,6 +136,15 @@ uint64_t processor_time(uint32_t process_id) {
     return static_cast<uint64_t>(process->UserTime.QuadPart + process->KernelTime.QuadPart) * 100;
 }
 
+size_t heap_in_use() {
+    size_t bytes = 0;
+    _HEAPINFO entry = {};
+    while (_heapwalk(&entry) == _HEAPOK) {
+        bytes += entry._useflag == _USEDENTRY ? entry._size : 0;
+    }
+    return bytes;
+}
+
 bool job_exists(const std::string &name) {
     HANDLE job = OpenJobObjectA(JOB_OBJECT_QUERY, FALSE, name.c_str());
     return job != nullptr && CloseHandle(job);

@@ -6,6 +6,7 @@
 #include "core/jlp_utils.h"
 #include "core/state_arrays.h"
 #include "core/state_text.h"
+#include "jli/kept.h"
 
 constexpr char **STATE_TEXTS[] = {
     &executable_dir,
@@ -54,6 +55,10 @@ inline void release_state() {
             release_entries(list.entries, list.count);
         }
     }
+    for (JLI_List list : {kept_blocks, allow_vm_properties_loaded, ignore_properties_loaded}) {
+        JLI_List_free(list);
+    }
+    kept_blocks = nullptr;
 }
 
 // Frees nothing.
@@ -72,6 +77,7 @@ inline void forget_state() {
     is_taking_container_options = 0;
     is_transparent = rewrites_arguments = quotes_arguments_later = 0;
     leaves_standard_output = says_faults = 0;
+    kept_blocks = allow_vm_properties_loaded = ignore_properties_loaded = nullptr;
     _launcher_debug = 0;
     JLI_ResetArgProcessing();
 }
