@@ -19,9 +19,11 @@
 namespace {
 
 // A job that ends its processes with its last handle, the launcher's, but lets go of theirs.
-HANDLE create_job() {
+// Null, and the system's error, when there is none.
+HANDLE create_job(DWORD *error) {
     const text_ptr name = format_text("pid_%d", static_cast<int>(getpid()));
     HANDLE job = CreateJobObjectA(nullptr, name.get());
+    *error = job == nullptr ? GetLastError() : DWORD{ERROR_SUCCESS};
     JOBOBJECT_EXTENDED_LIMIT_INFORMATION limits = {};
     limits.BasicLimitInformation.LimitFlags = JOB_OBJECT_LIMIT_KILL_ON_JOB_CLOSE |
                                               JOB_OBJECT_LIMIT_SILENT_BREAKAWAY_OK |
@@ -87,12 +89,16 @@ DWORD run_plainly(HANDLE job, char *command_line) {
                               nullptr, &start_up, &process);
 }
 
-DWORD run_as_received(HANDLE job, const char *command, const child_arguments &arguments) {
+// Nothing is started without a job: `error` is why there is none.
+DWORD run_as_received(HANDLE job, DWORD error, const char *command,
+                      const child_arguments &arguments) {
     const text_ptr program = copy_text(command); // the pool's text ends with cleanup()
+    const char *line = arguments.are_own_line ? nullptr : arguments.text.get();
     PROCESS_INFORMATION process = {};
-    DWORD error = 0;
-    const DWORD status = start_in_job_as_received(
-        job, command, arguments.are_own_line ? nullptr : arguments.text.get(), 0, &process, &error);
+    DWORD status = 1;
+    if (job != nullptr) {
+        status = start_in_job_as_received(job, command, line, 0, &process, &error);
+    }
     if (error != 0) {
         const text_ptr words(system_error_text(error, program.get()));
         trace_fault(format_text("Error: could not start %s: %s\n", program.get(),
@@ -131,8 +137,9 @@ int run_child(const char *command, const child_arguments &arguments) {
     JLI_TraceLauncher("\n\n");
     JLI_TraceLauncher("EXECUTING %s PROCESS ......\n\n", current_launch_mode().process);
 
-    HANDLE job = create_job();
-    const DWORD status = is_transparent ? run_as_received(job, command, arguments)
+    DWORD error;
+    HANDLE job = create_job(&error);
+    const DWORD status = is_transparent ? run_as_received(job, error, command, arguments)
                                         : run_plainly(job, command_line.get());
     CloseHandle(job);
     if (LOG_FILE_FD != nullptr) {

@@ -2,6 +2,7 @@
 // and runs the java.exe of the chosen home in its stead.
 
 #include <cstdio>
+#include <cstdlib>
 
 #include "core/child_arguments.h"
 #include "core/child_process.h"
@@ -39,6 +40,15 @@ void trace_key_directories(const char *executable_file_path) {
     JLI_TraceLauncher("    bin_dir              = %s\n", bin_dir);
     JLI_TraceLauncher("    launcher_home        = %s\n", launcher_home);
     JLI_TraceLauncher("\n");
+}
+
+text_ptr own_line() {
+    text_ptr line(own_arguments_text());
+    if (line == nullptr) {
+        perror("malloc");
+        exit(1);
+    }
+    return line;
 }
 
 // Not traced; standard output is the program's where the start is transparent.
@@ -80,8 +90,8 @@ int main(int argc, char **argv) {
         return invalid_command(target.get(), FAILURE);
     }
     const char *command = processArg(target.get());
-    const text_ptr own_line(is_transparent ? own_arguments_text() : nullptr);
-    const child_arguments arguments = arguments_for_child({argc - 1, argv + 1, own_line.get()});
+    const text_ptr line = is_transparent ? own_line() : nullptr;
+    const child_arguments arguments = arguments_for_child({argc - 1, argv + 1, line.get()});
     release_text(&container_home);
     release_text(&jvm_home);
 

@@ -70,6 +70,7 @@ protected:
 
 TEST_F(fault, of_a_service_of_the_start) {
     const std::string traced = "SHOW_START=true\n", logged = traced + "LOG_FILE_OR_DIR=";
+    const std::string transparent = "TRANSPARENT=true\n";
     const std::string invalid = invalid_command(JAVA), output_of_child = report(JAVA, {});
     const std::string invalid_place = "Error: java executable path either doesn't exist or is invalid: ";
     const std::string no_home = "Error: JVM_HOME directory '' doesn't exist\n";
@@ -109,6 +110,11 @@ TEST_F(fault, of_a_service_of_the_start) {
         {"AssignProcessToJobObject=6", "", invalid, "", GONE, 1},
         {"ResumeThread", "", invalid, "", GONE, 1},
         {"ResumeThread TerminateProcess", "", invalid, "", GONE, 1},
+        {"CreateJobObjectA=1450", transparent, "", could_not_start(JAVA, 1450), NONE, 1},
+        {"start_as_received=5", transparent, "", could_not_start(JAVA, 5), NONE, 1},
+        {"AssignProcessToJobObject=6", transparent, "", could_not_start(JAVA, 6), GONE, 1},
+        {"ResumeThread=8", transparent, "", could_not_start(JAVA, 8), GONE, 1},
+        {"AssignProcessToJobObject=5", transparent, output_of_child, "", RAN, 0},
         // The child is running: closing the job ends it.
         {"WaitForSingleObject=77", "", invalid, "", GONE, 77, {hold_order("C:\\work")}},
         {"GetExitCodeProcess=77", "", output_of_child + invalid, "", RAN, 77},
@@ -124,7 +130,7 @@ TEST_F(fault, of_a_service_of_the_start) {
         EXPECT_EQ(result.status, row.status);
         // Without a trace the output is nothing but what the row says.
         EXPECT_NE(result.output.find(row.says), std::string::npos) << result.output;
-        EXPECT_TRUE(!row.configuration.empty() || result.output == row.says) << result.output;
+        EXPECT_TRUE(row.configuration.starts_with(traced) || result.output == row.says) << result.output;
         EXPECT_EQ(result.errors.substr(0, row.complains.size()), row.complains);
         EXPECT_EQ(result.errors.empty(), row.complains.empty());
         EXPECT_EQ(result.output.find(output_of_child) != std::string::npos, row.child == RAN);
@@ -144,12 +150,15 @@ TEST_F(fault, of_a_service_of_the_rewriting) {
         texts arguments;
         std::string says, complains;
         uint32_t status;
+        bool starts = false; // by the launcher itself, with both keys on
     } rows[] = {
         {"SetEnvironmentVariableA#2", "legacy", path, "Error: Failed to set %QUORVEL_ORIGINAL_LIBRARY_PATH%\n", "", 1},
         {"SetEnvironmentVariableA#3", "legacy", path, "Error: Failed to set %Path%\n", "", 1},
         {"SetEnvironmentVariableA#1", "ri", path, "Error: Failed to set %JDK_JAVA_OPTIONS%\n", "", 1},
         {"SetEnvironmentVariableA#2", "ri", path, "Error: Failed to set %CLASSPATH%\n", "", 1},
         {"JDK_JAVA_OPTIONS", "ri", path, "    $CLASSPATH set in environment: x\n", "", 0},
+        {"SetEnvironmentVariableA#2", "ri", path, "", "Error: Failed to set %CLASSPATH%\n", 1, true},
+        {"SetEnvironmentVariableA#3", "legacy", path, "", "Error: Failed to set %Path%\n", 1, true},
         {"get_environment_value", "ri", path, "    $CLASSPATH not set in environment\n", "", 0},
         {"kind_of", "ri", file, "", "Error: could not open `options'", 1},
         {"open_to_read#2", "ri", file, "", "Error: could not open `options'", 1},
@@ -159,10 +168,13 @@ TEST_F(fault, of_a_service_of_the_rewriting) {
     };
     for (const auto &row : rows) {
         SCOPED_TRACE(std::string(row.faults) + " in " + row.mode);
-        configure(std::string("CONTAINER_HOME=C:\\C\nJVM_HOME=C:\\J\nQUORVEL_HOME=C:\\Q\nLAUNCH_MODE=") + row.mode);
+        configure(std::string("CONTAINER_HOME=C:\\C\nJVM_HOME=C:\\J\nQUORVEL_HOME=C:\\Q\nLAUNCH_MODE=") + row.mode +
+                  (row.starts ? "\nTRANSPARENT=true\nREWRITE_ARGUMENTS=true" : ""));
         set_environment("CLASSPATH", "x");
         set_environment("JDK_JAVA_OPTIONS", *row.mode == 'r' ? "-ea" : "");
-        const outcome result = run_with(row.faults, EXPLAIN, explained(row.arguments));
+        const outcome result = row.starts ? run_with(row.faults, LAUNCHER, row.arguments)
+                                          : run_with(row.faults, EXPLAIN, explained(row.arguments));
+        EXPECT_TRUE(!row.starts || result.output.empty()) << result.output;
         EXPECT_EQ(result.status, row.status) << result.output;
         EXPECT_NE(result.output.find(row.says), std::string::npos) << result.output;
         EXPECT_EQ(result.errors.substr(std::min(result.errors.find("Error"), result.errors.size())), row.complains);
@@ -179,11 +191,12 @@ TEST_F(fault, of_memory_loses_no_part_of_what_was_asked_for) {
         return output.substr(std::min({output.find(" arguments\n"), output.find("\nprogram "), output.size()}));
     };
     set_environment("JDK_JAVA_OPTIONS", "'-Da=b c'");
-    for (const std::string mode : {"", "advanced", "legacy", "patch", "ri"}) {
-        const bool starts = mode.empty();
+    for (const std::string mode :
+         {"", "ri\nTRANSPARENT=true\nREWRITE_ARGUMENTS=true", "advanced", "legacy", "patch", "ri"}) {
+        const bool is_transparent = mode.find('\n') != std::string::npos, starts = mode.empty() || is_transparent;
         configure("SHOW_START=true\nLOG_FILE_OR_DIR=log\nCONTAINER_HOME=C:\\C\nJVM_HOME=C:\\J\nQUORVEL_HOME=C:\\Q\n"
                   "LAUNCH_MODE=" +
-                  (starts ? "ri" : mode));
+                  (mode.empty() ? "ri" : mode));
         const char *program = starts ? LAUNCHER : EXPLAIN;
         texts arguments =
             starts ? texts{"a b", "x"} : explained({"-Xmx1m", "@options", "-cp", here("C:\\L\\lib;x"), "Main"});
@@ -198,6 +211,8 @@ TEST_F(fault, of_memory_loses_no_part_of_what_was_asked_for) {
                 EXPECT_EQ(outcome_in(result), outcome_in(whole));
             } else {
                 EXPECT_TRUE(result.status == 1 || result.status == STATUS_MINUS_1) << result.status;
+                // With -1 the file that asks for it could not be read.
+                EXPECT_TRUE(!is_transparent || result.status != 1 || !result.errors.empty());
             }
         }
         if (starts) {

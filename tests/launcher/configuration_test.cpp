@@ -78,6 +78,10 @@ TEST_F(launcher, reads_every_key_and_dumps_it) {
         {"SHOW_START=true\nSHOW_START=false\nLAUNCH_MODE=\nLAUNCH_MODE=Legacy\n", "advanced", none, true},
         {"SHOW_START=true\nLAUNCH_MODE=x\nLAUNCH_MODE=patch", "patch", none, true},
 
+        {"SHOW_START=true\nTRANSPARENT=true\nREWRITE_ARGUMENTS= true and more \nTRANSPARENT=True\n", "advanced",
+         "   rewrite_arguments:                    yes\n"},
+        {"SHOW_START=true\nREWRITE_ARGUMENTS=true\nREWRITE_ARGUMENTS=\nTRANSPARENT=1\n", "advanced", none},
+
         // Passed over: indented, commented, misspelt; left as it was: an empty value.
         {"SHOW_START=true\n\n JVM_HOME=C:\\1\n\tJVM_HOME=C:\\1\n#JVM_HOME=C:\\1\nJVM_HOME =C:\\1\n"
          "jvm_home=C:\\1\nJVM_HOME\nJVM_HOMES=C:\\1\nX=\nJVM_HOME=\nRULE_FILE=\n"

@@ -84,7 +84,6 @@ int main(int argc, char **argv) {
     fs::remove_all(folder);
     fs::create_directories(folder / "d" / "e");
     fs::copy_file(own_file().parent_path() / "stand_in_java.exe", folder / "prog.exe");
-    fs::copy_file(own_file().parent_path() / "start_on.exe", folder / "start_on.exe");
     fs::current_path(folder / "d");
     std::ofstream("g.txt").close();
     const int result = RUN_ALL_TESTS();

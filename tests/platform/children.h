@@ -2,8 +2,7 @@
 #define TESTS_PLATFORM_CHILDREN_H
 
 // Children as the platform layer starts them. All tests run in C:\qvl_test\d, where the folder e
-// and the file g.txt are; beside d are prog.exe, the stand-in for a Java runtime, and
-// start_on.exe, which starts it as it was itself started.
+// and the file g.txt are; beside d is prog.exe, the stand-in for a Java runtime.
 
 #include <gtest/gtest.h>
 

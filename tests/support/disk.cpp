@@ -46,8 +46,12 @@ void put_folder(const std::string &windows_path) {
     fs::create_directories(on_disk(windows_path));
 }
 
-std::string read_file(const fs::path &file) {
+std::string read_bytes(const fs::path &file) {
     std::ifstream stream(file, std::ios::binary);
-    const std::string text{std::istreambuf_iterator<char>(stream), {}};
+    return {std::istreambuf_iterator<char>(stream), {}};
+}
+
+std::string read_file(const fs::path &file) {
+    const std::string text = read_bytes(file);
     return on_windows ? replaced(text, "\r\n", "\n") : text;
 }

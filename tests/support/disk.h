@@ -31,7 +31,8 @@ fs::path on_disk(const std::string &windows_path);
 void put_file(const std::string &windows_path, const std::string &content);
 void put_folder(const std::string &windows_path);
 
-// The file's text, with LF alone.
+// The file's bytes, and its text, with LF alone.
+std::string read_bytes(const fs::path &file);
 std::string read_file(const fs::path &file);
 
 #endif

@@ -28,11 +28,12 @@ struct manner {
     int window = -1;              // SW_SHOWMINNOACTIVE and its kind
     unsigned flags = 0;           // DETACHED_PROCESS, a priority class
     bool hands_on_streams = true; // names them, inheritable; else the program gets copies, as from a shell
+    bool quotes = true;           // else the arguments stand in the command line as they are
 };
 
 struct program {
     fs::path file;
-    std::vector<std::string> arguments; // without double quotes of their own
+    std::vector<std::string> arguments; // without double quotes of their own where they are quoted
     fs::path folder;                    // where it starts; where its three streams' files stand
     bool into_closed_pipe = false;      // standard output is a pipe whose reader is gone, not a file
     manner how = {};
@@ -56,7 +57,8 @@ uint64_t processor_time(uint32_t process_id);
 // The bytes of this process's heap that are in use; 0 where a sanitizer keeps it.
 size_t heap_in_use();
 
-// How this process was started: window, title, which streams were named, priority, console.
+// How this process was started: window, title, which streams were named, priority, console; on POSIX,
+// which descriptors are open.
 std::string own_start();
 
 // Handles (descriptors) as numbers that another process can be told: of an open file, and of both ends

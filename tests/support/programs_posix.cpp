@@ -81,7 +81,11 @@ fs::path own_file() {
 }
 
 std::string own_start() {
-    return "";
+    std::string numbers = "descriptors";
+    for (int number = 0; number < 100; number++) {
+        numbers += fcntl(number, F_GETFD) < 0 ? "" : " " + std::to_string(number);
+    }
+    return numbers;
 }
 
 uintptr_t handle_of(FILE *file) {

@@ -41,14 +41,19 @@ std::string quoted(const std::string &text) {
     return text.empty() || text.find(' ') != std::string::npos ? '"' + text + '"' : text;
 }
 
+std::wstring wide(const std::string &text) {
+    return to_path(text).wstring();
+}
+
 } // namespace
 
 uint32_t start(const program &what) {
     std::string line = quoted(to_text(what.file));
     for (const std::string &argument : what.arguments) {
-        line += ' ' + quoted(argument);
+        line += ' ' + (what.how.quotes ? quoted(argument) : argument);
     }
-    STARTUPINFOA info = {};
+    std::wstring wide_line = wide(line);
+    STARTUPINFOW info = {};
     info.cb = sizeof info;
     info.dwFlags = STARTF_USESTDHANDLES;
     info.hStdInput = open_stream(what.folder / "in", GENERIC_READ, OPEN_EXISTING);
@@ -61,7 +66,7 @@ uint32_t start(const program &what) {
         info.dwFlags |= STARTF_USESHOWWINDOW;
         info.wShowWindow = static_cast<WORD>(what.how.window);
     }
-    char title[] = "a title of its own";
+    wchar_t title[] = L"a title of its own";
     info.lpTitle = title;
     if (!what.how.hands_on_streams) {
         info.dwFlags &= ~static_cast<DWORD>(STARTF_USESTDHANDLES);
@@ -74,8 +79,8 @@ uint32_t start(const program &what) {
     PROCESS_INFORMATION process = {};
     // Under load Wine fails one start in some thousand with error 1359.
     for (int tries = 0; tries < 3; tries++) {
-        if (CreateProcessA(nullptr, line.data(), nullptr, nullptr, what.how.hands_on_streams, what.how.flags, nullptr,
-                           to_text(what.folder).c_str(), &info, &process) ||
+        if (CreateProcessW(nullptr, wide_line.data(), nullptr, nullptr, what.how.hands_on_streams, what.how.flags,
+                           nullptr, what.folder.c_str(), &info, &process) ||
             GetLastError() != ERROR_INTERNAL_ERROR) {
             break;
         }

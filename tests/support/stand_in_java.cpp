@@ -2,6 +2,7 @@
 // what its arguments ask for, in their order:
 //   env=NAME        reports the variable
 //   stdin           reports what standard input holds
+//   bytes           writes each byte there is to both streams
 //   start           reports how it was started
 //   handle=N        writes to that handle and reports whether it could
 //   no_console      leaves its console
@@ -66,6 +67,13 @@ int main(int argc, char **argv) {
             report += "env     " + value + (text ? std::string("=") + text : " is unset") + "\n";
         } else if (order == "stdin") {
             report += "stdin   " + std::string{std::istreambuf_iterator<char>(std::cin), {}};
+        } else if (order == "bytes") {
+            std::string bytes;
+            for (int byte = 0; byte < 256; byte++) {
+                bytes += static_cast<char>(byte);
+            }
+            std::fwrite(bytes.data(), 1, bytes.size(), stdout);
+            std::fwrite(bytes.data(), 1, bytes.size(), stderr);
         } else if (order == "start") {
             report += "start   " + own_start() + "\n";
         } else if (order == "handle") {

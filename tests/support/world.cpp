@@ -1,6 +1,9 @@
 #include "tests/support/world.h"
 
+#include <cstdlib>
 #include <regex>
+
+#include "platform/system_error.h"
 
 static const std::regex CHILD_ID(R"(Windows Java PID = \d+\n)");
 
@@ -29,8 +32,9 @@ void launcher::SetUp() {
     }
 }
 
-uint32_t start_launcher(const std::string &windows_path, const texts &arguments, const std::string &folder) {
-    const uint32_t process_id = start({on_disk(windows_path), arguments, on_disk(folder)});
+uint32_t start_launcher(const std::string &windows_path, const texts &arguments, const std::string &folder,
+                        const manner &how) {
+    const uint32_t process_id = start({on_disk(windows_path), arguments, on_disk(folder), false, how});
     EXPECT_NE(process_id, 0u) << windows_path;
     return process_id;
 }
@@ -41,12 +45,14 @@ outcome end_of_launcher(uint32_t process_id, const std::string &folder) {
 }
 
 bool is_failure_of_wine(const outcome &result) {
-    return on_windows && result.status == 1 && result.output.find("program ") == std::string::npos;
+    return on_windows && result.status == 1 && result.output.find("program ") == std::string::npos &&
+           (result.errors.empty() || result.errors.find("(error 1359)") != std::string::npos);
 }
 
-outcome run_launcher(const std::string &windows_path, const texts &arguments) {
-    const outcome result = end_of_launcher(start_launcher(windows_path, arguments));
-    return is_failure_of_wine(result) ? end_of_launcher(start_launcher(windows_path, arguments)) : result;
+outcome run_launcher(const std::string &windows_path, const texts &arguments, const manner &how) {
+    const auto run_once = [&] { return end_of_launcher(start_launcher(windows_path, arguments, "C:\\work", how)); };
+    const outcome result = run_once();
+    return is_failure_of_wine(result) ? run_once() : result;
 }
 
 std::string report(const std::string &windows_path, const texts &arguments, const std::string &folder) {
@@ -59,6 +65,13 @@ std::string report(const std::string &windows_path, const texts &arguments, cons
 
 std::string invalid_command(const std::string &target) {
     return here("Error: invalid command: " + target + "\n");
+}
+
+std::string could_not_start(const std::string &target, uint32_t error) {
+    char *words = system_error_text(error, here(target).c_str());
+    const std::string line = here("Error: could not start " + target + ": ") + words + "\n";
+    std::free(words);
+    return line;
 }
 
 uint32_t start_held(const std::string &folder, const texts &orders) {

@@ -39,10 +39,10 @@ inline void put_java(const std::string &windows_path) {
 void configure(const std::string &text);
 
 // Starts the program in the folder; end_of_launcher waits for it. run_launcher does both in C:\work.
-uint32_t start_launcher(const std::string &windows_path, const texts &arguments,
-                        const std::string &folder = "C:\\work");
+uint32_t start_launcher(const std::string &windows_path, const texts &arguments, const std::string &folder = "C:\\work",
+                        const manner &how = {});
 outcome end_of_launcher(uint32_t process_id, const std::string &folder = "C:\\work");
-outcome run_launcher(const std::string &windows_path, const texts &arguments);
+outcome run_launcher(const std::string &windows_path, const texts &arguments, const manner &how = {});
 
 // Wine fails one start in some thousand, and the launcher's own of its child is no exception: such a
 // start may be tried again.
@@ -53,6 +53,9 @@ std::string report(const std::string &windows_path, const texts &arguments, cons
 
 // The line of a launcher whose child did not end with 0.
 std::string invalid_command(const std::string &target);
+
+// The line of a transparent launcher that the system gives this error for its child.
+std::string could_not_start(const std::string &target, uint32_t error);
 
 // A launcher, C:\L\bin\java.exe, whose child holds until let_go(): start_held() starts it in a folder
 // that it makes, until_held() waits for the child and returns the launcher's process id, another one

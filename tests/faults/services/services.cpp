@@ -16,6 +16,7 @@
 
 #include "linkage.h"
 #include "platform/files.h"
+#include "platform/received_start.h"
 #include "platform/windows_services.h"
 
 namespace {
@@ -132,6 +133,15 @@ SERVICE(BOOL, CreateProcessA,
          LPPROCESS_INFORMATION process)) {
     if (FAILS(CreateProcessA) || !REAL_SERVICE(CreateProcessA)(application, line, of_process, of_thread, inherits,
                                                                flags, environment, folder, start_up, process)) {
+        return FALSE;
+    }
+    open_handles += 2;
+    child = process->dwProcessId;
+    return TRUE;
+}
+
+FUNCTION(BOOL, start_as_received, (const char *command, const char *line, DWORD flags, PROCESS_INFORMATION *process)) {
+    if (FAILS(start_as_received) || !__real_start_as_received(command, line, flags, process)) {
         return FALSE;
     }
     open_handles += 2;

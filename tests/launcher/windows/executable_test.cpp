@@ -1,8 +1,6 @@
 // The shape of the Windows executable: what it costs to load, and how it is hardened.
 
 #include <cstring>
-#include <fstream>
-#include <iterator>
 #include <set>
 
 #include "tests/support/world.h"
@@ -38,8 +36,7 @@ std::set<std::string> imported(const std::string &bytes) {
 }
 
 std::string launcher_bytes() {
-    std::ifstream file(own_file().parent_path() / "java.exe", std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), {}};
+    return read_bytes(own_file().parent_path() / "java.exe");
 }
 
 } // namespace

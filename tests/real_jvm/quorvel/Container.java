@@ -19,7 +19,8 @@ public class Container {
             }
         }
         System.out.println("container runs " + args[i]);
-        URL[] urls = {new File(classPath).toURI().toURL()};
+        File folder = new File(classPath.substring(0, classPath.length() - 1));
+        URL[] urls = {folder.listFiles()[0].toURI().toURL()};
         Class<?> guest = new URLClassLoader(urls).loadClass(args[i]);
         String[] guestArgs = Arrays.copyOfRange(args, i + 1, args.length);
         guest.getMethod("main", String[].class).invoke(null, (Object) guestArgs);

@@ -1,0 +1,199 @@
+// TRANSPARENT=true and REWRITE_ARGUMENTS=true: the program finds what it would have found in the
+// launcher's place, and where there is none it is said why.
+
+#include <algorithm>
+#include <cstdlib>
+#include <cstring>
+#include <random>
+
+#include "platform/command_line.h"
+#include "tests/support/world.h"
+
+namespace {
+
+constexpr const char *REWRITER = "C:\\R\\bin\\java.exe";
+
+class transparent : public launcher {
+protected:
+    void SetUp() override {
+        launcher::SetUp();
+        put_launcher(REWRITER);
+        for (const char *file : {"C:\\L\\launcher.cfg", "C:\\R\\launcher.cfg"}) {
+            put_file(file, here("LAUNCH_MODE=ri\nJVM_HOME=C:\\J\nTRANSPARENT=true\nREWRITE_ARGUMENTS=") +
+                               (file[3] == 'R' ? "true" : "false"));
+        }
+    }
+};
+
+int rounds() {
+    const char *count = std::getenv("QVL_ROUNDS");
+    return count != nullptr ? std::stoi(count) : on_windows ? 40 : 300;
+}
+
+void expect_same(const outcome &found, const outcome &direct) {
+    EXPECT_EQ(found.output, direct.output);
+    EXPECT_EQ(found.errors, direct.errors);
+    EXPECT_EQ(found.status, direct.status);
+}
+
+} // namespace
+
+// Windows splits a line, quoted or not as it comes; elsewhere there are only arguments.
+TEST_F(transparent, hands_on_the_command_line_as_it_stands) {
+    texts pieces = {" ", "\t", "\n", "\"", "\\", "\\\\\\\"", "*", "?", "%", "%PATH%", "a", "日本", "🚀"};
+    if (!on_windows) {
+        pieces.insert(pieces.end(), {"\xFF", "\xE6\x97", "\x80"});
+    }
+    std::string characters;
+    for (int i = 0; i < 32000; i++) {
+        characters += "大";
+    }
+    std::vector<texts> lists = {{}, {std::string(32000, 'x')}, {characters}};
+    std::mt19937 random(10);
+    for (int round = 0; round < rounds(); round++) {
+        texts list(random() % 9);
+        for (std::string &argument : list) {
+            for (size_t left = random() % 8; left > 0; left--) {
+                argument += pieces[random() % pieces.size()];
+            }
+            if (on_windows && round % 4 != 0) {
+                std::string quoted(2 * argument.size() + QUOTING_BYTES, '#');
+                quoted.resize(static_cast<size_t>(quote_argument(argument.c_str(), quoted.data()) - quoted.data()));
+                argument = quoted;
+            }
+        }
+        lists.push_back(list);
+    }
+    for (texts &list : lists) {
+        list.insert(list.begin(), "app.Main");
+        const outcome direct = run_launcher(JAVA, list, {.quotes = false});
+        expect_same(run_launcher(LAUNCHER, list, {.quotes = false}), direct);
+        expect_same(run_launcher(REWRITER, list, {.quotes = false}), direct);
+        ASSERT_FALSE(HasFailure()) << testing::PrintToString(list);
+    }
+}
+
+// Wine 8 starts every program with the normal priority: what the rows ask of it shows on Windows alone.
+TEST_F(transparent, hands_on_the_start) {
+    configure("TRANSPARENT=true\nSHOW_START=true\nLOG_FILE_OR_DIR=log\nLAUNCH_MODE=ri\nJVM_HOME=C:\\J");
+    constexpr int HIDDEN = 0, MINIMISED = 7;
+    constexpr unsigned DETACHED = 0x8, NEW_CONSOLE = 0x10, LOW = 0x40, HIGH = 0x80, BELOW_NORMAL = 0x4000;
+    const manner rows[] = {
+        {}, {HIDDEN, LOW}, {MINIMISED, HIGH}, {-1, DETACHED | BELOW_NORMAL}, {-1, NEW_CONSOLE}, {-1, 0, false}};
+    for (const manner &how : rows) {
+        std::string found[2];
+        for (const bool direct : {true, false}) {
+            const pipe_ends pipe = make_pipe();
+            const texts orders = {"handle=" + std::to_string(pipe.writer), "start"};
+            const std::string output = run_launcher(direct ? JAVA : LAUNCHER, orders, how).output;
+            found[direct] = output + read_and_close(pipe);
+        }
+        // A child without a console has its streams named, or it would have none.
+        const size_t named = how.hands_on_streams ? std::string::npos : found[0].find(" streams");
+        EXPECT_EQ(found[0].erase(std::min(named, found[0].size()), 8), found[1]);
+        EXPECT_NE(found[0].find(how.hands_on_streams ? "written" : "start"), std::string::npos) << found[0];
+    }
+}
+
+TEST_F(transparent, leaves_the_streams_to_the_program) {
+    const texts orders = {"bytes", "\"*\"x", "end=3"};
+    const auto run_there = [&](const char *program) {
+        EXPECT_EQ(run_launcher(program, orders, {.quotes = false}).status, 3u);
+        return std::pair(read_bytes(on_disk("C:\\work\\out")), read_bytes(on_disk("C:\\work\\err")));
+    };
+    const auto direct = run_there(JAVA);
+    EXPECT_GE(direct.second.size(), 256u);
+    const std::string rewrites = "   rewrite_arguments:                    yes\n";
+    const struct {
+        std::string keys, command; // the command as the trace shows it, on Windows
+        bool logs;
+    } rows[] = {
+        {"", "", false},
+        {"REWRITE_ARGUMENTS=true\n", "", false},
+        {"LOG_FILE_OR_DIR=log\n", "", true},
+        {"SHOW_START=true\n", R"( bytes "*"x end=3)", false},
+        {"SHOW_START=true\nLOG_FILE_OR_DIR=log\nREWRITE_ARGUMENTS=true\n", R"( bytes "*x" end=3)", true},
+    };
+    for (const auto &row : rows) {
+        SCOPED_TRACE(row.keys);
+        configure(row.keys + "LAUNCH_MODE=ri\nJVM_HOME=C:\\J\nTRANSPARENT=true\n");
+        const auto found = run_there(LAUNCHER);
+        EXPECT_EQ(found.first, direct.first);
+        const bool shows_trace = !row.command.empty() && !row.logs;
+        EXPECT_TRUE(shows_trace || found.second == direct.second) << found.second;
+        const std::string trace = read_file(on_disk(row.logs ? "C:\\L\\log" : "C:\\work\\err"));
+        if (row.command.empty()) {
+            EXPECT_EQ(trace.find("\n\n"), std::string::npos);
+            continue;
+        }
+        const std::string command = on_windows ? row.command : R"( bytes "\"*\"x" end=3)";
+        EXPECT_NE(trace.find("\nOUTPUT COMMAND:\n---------------\n" + here(JAVA) + command + "\n\n"), std::string::npos)
+            << trace;
+        EXPECT_NE(
+            trace.find("\n   transparent:                          yes\n" + (row.logs ? rewrites : "   jvm_home")),
+            std::string::npos)
+            << trace;
+    }
+}
+
+// With tracing on and off, with a log and without: on standard error in one line, unless a trace there has it already.
+TEST_F(transparent, says_why_nothing_is_started) {
+    for (const char *name : {"missing", "text", "plain"}) {
+        put_launcher("C:\\L\\bin\\" + std::string(name) + ".exe");
+    }
+    for (const char *name : {"text", "plain"}) {
+        put_file("C:\\J\\bin\\" + std::string(name) + ".exe", "no program\n");
+    }
+    fs::permissions(on_disk("C:\\J\\bin\\text.exe"), fs::perms::owner_exec, fs::perm_options::add);
+    const std::string ri = "LAUNCH_MODE=ri\nJVM_HOME=C:\\J\n", rewriting = ri + "REWRITE_ARGUMENTS=true\n";
+    const std::string in_variable = "environment variable JDK_JAVA_OPTIONS";
+    const uint32_t access_denied = 5, no_program = 193, too_long = 206;
+    const struct {
+        std::string configuration, message;
+        uint32_t status = STATUS_MINUS_1;
+        texts arguments = {};
+        const char *name = "java", *variable = "";
+        bool is_traced = true;
+    } rows[] = {
+        {"", "Error: CONTAINER_HOME directory '' doesn't exist\n"},
+        {"CONTAINER_HOME=C:\\empty", "Error: neither bin/java nor jre/bin/java exist in CONTAINER_HOME 'C:\\empty'\n"
+                                     "Error: \\bin/java doesn't exist in CONTAINER_HOME 'C:\\empty'\n"},
+        {"CONTAINER_HOME=C:\\C\nJVM_HOME=C:\\no", "Error: JVM_HOME directory 'C:\\no' doesn't exist\n"},
+        {"LAUNCH_MODE=ri\nJVM_HOME=C:\\empty", "Error: \\bin/java doesn't exist in JVM_HOME 'C:\\empty'\n"},
+        {"LAUNCH_MODE=patch\nJVM_HOME=C:\\J\nQUORVEL_HOME=C:\\no",
+         "Error: QUORVEL_HOME directory 'C:\\no' doesn't exist\n"},
+        {"LAUNCH_MODE=secure\nJVM_HOME=C:\\J\nQUORVEL_HOME=C:\\empty",
+         "Error: Quorvel agent jar file 'C:\\empty\\quorvel.jar' doesn't exist\n"},
+        {"LAUNCH_MODE=ri\nJVM_HOME=C:\\L", invalid_command(LAUNCHER), STATUS_MINUS_1, {}, "java", "", false},
+        {ri, invalid_command("C:\\J\\bin\\missing.exe"), STATUS_MINUS_1, {}, "missing", "", false},
+        {ri, could_not_start("C:\\J\\bin\\text.exe", no_program), 1, {}, "text"},
+        {ri, could_not_start("C:\\J\\bin\\plain.exe", on_windows ? no_program : access_denied), 1, {}, "plain"},
+        {rewriting, could_not_start(JAVA, too_long), 1, texts(9000, "*")},
+        {rewriting, "Error: could not open `no'\n", 1, {"@no"}},
+        {rewriting, "Error: Option -jar is not allowed in " + in_variable + "\n", 1, {}, "java", "-jar"},
+        {rewriting, "Error: Cannot specify main class in " + in_variable + "\n", 1, {}, "java", "Main"},
+        {rewriting, "Error: Unmatched quote in " + in_variable + "\n", 1, {}, "java", "'-ea"},
+    };
+    for (const auto &row : rows) {
+        set_environment("JDK_JAVA_OPTIONS", row.variable);
+        const std::string message = here(row.message), text = message.substr(0, message.size() - 1);
+        std::string line = message;
+        std::replace(line.begin(), line.end() - 1, '\n', ' ');
+        for (const char *keys : {"", "SHOW_START=true\n", "SHOW_START=true\nLOG_FILE_OR_DIR=log\n"}) {
+            SCOPED_TRACE(keys + message);
+            const bool traces = *keys == 'S', logs = strstr(keys, "LOG") != nullptr;
+            configure("TRANSPARENT=true\n" + row.configuration + "\n" + keys);
+            const outcome result = run_launcher("C:\\L\\bin\\" + std::string(row.name) + ".exe", row.arguments);
+            EXPECT_EQ(result.output, "");
+            EXPECT_EQ(result.status, row.status);
+            if (!traces || logs) {
+                EXPECT_EQ(result.errors, line);
+            } else {
+                EXPECT_EQ(result.errors.find(text), result.errors.find_last_not_of('\n') + 1 - text.size());
+            }
+            const std::string log = logs ? read_file(on_disk("C:\\L\\log")) : "";
+            EXPECT_EQ(log.find(text) != std::string::npos, traces && logs && row.is_traced);
+        }
+    }
+    set_environment("JDK_JAVA_OPTIONS", "");
+}
