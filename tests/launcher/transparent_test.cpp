@@ -27,7 +27,7 @@ protected:
 
 int rounds() {
     const char *count = std::getenv("QVL_ROUNDS");
-    return count != nullptr ? std::stoi(count) : on_windows ? 40 : 300;
+    return count != nullptr ? std::stoi(count) : on_windows ? 40 : is_sanitized ? 60 : 300;
 }
 
 void expect_same(const outcome &found, const outcome &direct) {
