@@ -89,10 +89,20 @@ DWORD run_plainly(HANDLE job, char *command_line) {
                               nullptr, &start_up, &process);
 }
 
+// A path that holds a blank is quoted in its command-line form.
+text_ptr without_quotes(std::string_view command) {
+    const bool is_quoted = command.starts_with('"');
+    if (is_quoted) {
+        command.remove_prefix(1);
+        command.remove_suffix(1);
+    }
+    return copy_text(command);
+}
+
 // Nothing is started without a job: `error` is why there is none.
 DWORD run_as_received(HANDLE job, DWORD error, const char *command,
                       const child_arguments &arguments) {
-    const text_ptr program = copy_text(command); // the pool's text ends with cleanup()
+    const text_ptr program = without_quotes(command); // the pool's text ends with cleanup()
     const char *line = arguments.are_own_line ? nullptr : arguments.text.get();
     PROCESS_INFORMATION process = {};
     DWORD status = 1;

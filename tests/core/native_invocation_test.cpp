@@ -54,7 +54,7 @@ C:\L\jni\qvljni.dll.bak\x -> C:\L
         init_launcher_home_from_library_path(row[0].c_str());
         EXPECT_EQ(launcher_home, row[1]) << row[0];
         EXPECT_EQ(is_native_invocation, 1);
-    EXPECT_EQ(is_transparent + rewrites_arguments + leaves_standard_output + says_faults, 0);
+        EXPECT_EQ(is_transparent + rewrites_arguments + leaves_standard_output + says_faults, 0);
         EXPECT_STREQ(os_name, "Windows");
     }
     const std::string message = "Error: failed to identify launcher_home in library path: ";
@@ -105,7 +105,7 @@ TEST_F(native_invocation, homes_that_are_no_folders_are_passed_over) {
 
 TEST_F(native_invocation, reads_the_configuration_beside_the_library) {
     put_file("C:\\L\\launcher.cfg", "LAUNCH_MODE=legacy\nCONTAINER_HOME=C\nQUORVEL_HOME=Q\n"
-                                     "TRANSPARENT=true\nREWRITE_ARGUMENTS=true\n");
+                                    "TRANSPARENT=true\nREWRITE_ARGUMENTS=true\n");
     put_folder("C:\\L\\C");
     use_advanced_launch_mode = 0;
     const std::string trace =

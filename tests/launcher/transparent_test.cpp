@@ -27,7 +27,7 @@ protected:
 
 int rounds() {
     const char *count = std::getenv("QVL_ROUNDS");
-    return count != nullptr ? std::stoi(count) : on_windows ? 40 : 300;
+    return count != nullptr ? std::stoi(count) : on_windows ? 40 : is_sanitized ? 60 : 300;
 }
 
 void expect_same(const outcome &found, const outcome &direct) {
@@ -142,10 +142,11 @@ TEST_F(transparent, says_why_nothing_is_started) {
         put_launcher("C:\\L\\bin\\" + std::string(name) + ".exe");
     }
     for (const char *name : {"text", "plain"}) {
-        put_file("C:\\J\\bin\\" + std::string(name) + ".exe", "no program\n");
+        put_file("C:\\J 1\\bin\\" + std::string(name) + ".exe", "no program\n");
     }
-    fs::permissions(on_disk("C:\\J\\bin\\text.exe"), fs::perms::owner_exec, fs::perm_options::add);
-    const std::string ri = "LAUNCH_MODE=ri\nJVM_HOME=C:\\J\n", rewriting = ri + "REWRITE_ARGUMENTS=true\n";
+    fs::permissions(on_disk("C:\\J 1\\bin\\text.exe"), fs::perms::owner_exec, fs::perm_options::add);
+    put_java("C:\\J 1\\bin\\java.exe");
+    const std::string ri = "LAUNCH_MODE=ri\nJVM_HOME=C:\\J 1\n", rewriting = ri + "REWRITE_ARGUMENTS=true\n";
     const std::string in_variable = "environment variable JDK_JAVA_OPTIONS";
     const uint32_t access_denied = 5, no_program = 193, too_long = 206;
     const struct {
@@ -160,15 +161,15 @@ TEST_F(transparent, says_why_nothing_is_started) {
                                      "Error: \\bin/java doesn't exist in CONTAINER_HOME 'C:\\empty'\n"},
         {"CONTAINER_HOME=C:\\C\nJVM_HOME=C:\\no", "Error: JVM_HOME directory 'C:\\no' doesn't exist\n"},
         {"LAUNCH_MODE=ri\nJVM_HOME=C:\\empty", "Error: \\bin/java doesn't exist in JVM_HOME 'C:\\empty'\n"},
-        {"LAUNCH_MODE=patch\nJVM_HOME=C:\\J\nQUORVEL_HOME=C:\\no",
+        {"LAUNCH_MODE=patch\nJVM_HOME=C:\\J 1\nQUORVEL_HOME=C:\\no",
          "Error: QUORVEL_HOME directory 'C:\\no' doesn't exist\n"},
-        {"LAUNCH_MODE=secure\nJVM_HOME=C:\\J\nQUORVEL_HOME=C:\\empty",
+        {"LAUNCH_MODE=secure\nJVM_HOME=C:\\J 1\nQUORVEL_HOME=C:\\empty",
          "Error: Quorvel agent jar file 'C:\\empty\\quorvel.jar' doesn't exist\n"},
         {"LAUNCH_MODE=ri\nJVM_HOME=C:\\L", invalid_command(LAUNCHER), STATUS_MINUS_1, {}, "java", "", false},
-        {ri, invalid_command("C:\\J\\bin\\missing.exe"), STATUS_MINUS_1, {}, "missing", "", false},
-        {ri, could_not_start("C:\\J\\bin\\text.exe", no_program), 1, {}, "text"},
-        {ri, could_not_start("C:\\J\\bin\\plain.exe", on_windows ? no_program : access_denied), 1, {}, "plain"},
-        {rewriting, could_not_start(JAVA, too_long), 1, texts(9000, "*")},
+        {ri, invalid_command("C:\\J 1\\bin\\missing.exe"), STATUS_MINUS_1, {}, "missing", "", false},
+        {ri, could_not_start("C:\\J 1\\bin\\text.exe", no_program), 1, {}, "text"},
+        {ri, could_not_start("C:\\J 1\\bin\\plain.exe", on_windows ? no_program : access_denied), 1, {}, "plain"},
+        {rewriting, could_not_start("C:\\J 1\\bin\\java.exe", too_long), 1, texts(9000, "*")},
         {rewriting, "Error: could not open `no'\n", 1, {"@no"}},
         {rewriting, "Error: Option -jar is not allowed in " + in_variable + "\n", 1, {}, "java", "-jar"},
         {rewriting, "Error: Cannot specify main class in " + in_variable + "\n", 1, {}, "java", "Main"},
@@ -196,4 +197,13 @@ TEST_F(transparent, says_why_nothing_is_started) {
         }
     }
     set_environment("JDK_JAVA_OPTIONS", "");
+}
+
+TEST_F(transparent, is_not_needed_for_the_rewriting) {
+    configure("LAUNCH_MODE=ri\nJVM_HOME=C:\\J\nREWRITE_ARGUMENTS=true\n");
+    const outcome result = run_launcher(LAUNCHER, {"-Da=b c", "-cp", here("C:\\L\\x"), "Main", "d e", "", "exit=3"});
+    EXPECT_EQ(result.output,
+              report(JAVA, {"-Da=b c", "-cp", here("C:\\J\\x"), "Main", "d e", "exit=3"}) + invalid_command(JAVA));
+    EXPECT_EQ(result.status, 3u);
+    EXPECT_EQ(result.errors, "");
 }
