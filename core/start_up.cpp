@@ -73,9 +73,13 @@ int set_bin_dir() {
     return FAILURE;
 }
 
-int is_launcher_itself(const char *path) {
-    const text_ptr own_path(new_own_path());
+int is_startable(const char *target, const char *launcher) {
+    if (!is_file(target)) {
+        return 0;
+    }
+    const text_ptr own_path(launcher == nullptr ? new_own_path() : nullptr);
     const text_ptr full_path(new_state_text());
-    GetFullPathNameA(path, TEXT_SIZE, full_path.get(), nullptr);
-    return strcasecmp(own_path.get(), full_path.get()) == 0 ? 1 : 0;
+    GetFullPathNameA(target, TEXT_SIZE, full_path.get(), nullptr);
+    const char *itself = launcher == nullptr ? own_path.get() : launcher;
+    return strcasecmp(itself, full_path.get()) == 0 ? 0 : 1;
 }

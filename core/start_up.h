@@ -21,8 +21,10 @@ int is_valid_exe_path(const char *path);
  * and gives FAILURE, with bin_dir empty. */
 int set_bin_dir(void);
 
-/* 1 when `path` is the launcher's own file, by the text of its full path, letter case aside. */
-int is_launcher_itself(const char *path);
+/* Whether a launcher may start `target`, 1 or 0: it is a file, and not the launcher's own by the
+ * text of its full path, letter case aside, which would start itself without end. `launcher` is the
+ * launcher's full path; null stands for the file of this process. */
+int is_startable(const char *target, const char *launcher);
 
 #ifdef __cplusplus
 }
