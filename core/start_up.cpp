@@ -9,8 +9,6 @@
 #include "platform/files.h"
 #include "platform/windows_services.h"
 
-namespace {
-
 // The launcher's own path. The result of the service needs no check: no path is longer than the
 // buffer, and on a failure the buffer stays empty, which is no valid place. Who was started by a
 // \\?\ path is told that one, and the runtime's stat() refuses every path with a "?".
@@ -30,8 +28,6 @@ char *new_own_path() {
     memmove(path, path + prefix, strlen(path + prefix) + 1);
     return path;
 }
-
-} // namespace
 
 char *get_executable_file_path() {
     char *path = new_own_path();

@@ -12,6 +12,9 @@ extern "C" {
  * doesn't exist or is invalid" on standard output. */
 char *get_executable_file_path(void);
 
+/* The same as the system tells it, whatever it is. */
+char *new_own_path(void);
+
 /* 1 when `path` (null is allowed) names something that exists in a \bin or \jre\bin folder, letter
  * case regarded; else 0. */
 int is_valid_exe_path(const char *path);
