@@ -18,7 +18,7 @@ int explain() {
     if (launcher_home != nullptr) {
         review_configuration(launcher_home);
     }
-    if (!is_native_invocation) {
+    if (asked.library == nullptr) {
         review_installation();
     }
     review_launch();

@@ -185,6 +185,14 @@ void review_place(const place &each) {
     if (is_overwritten(each)) {
         add_finding(cause::aside, nullptr, overwritten_text(file));
     }
+    if (each.version_held == nullptr && !is_overwritten(each) && the_installation.is_launcher &&
+        strcasecmp(each.name.get(), the_installation.name.get()) == 0) {
+        add_finding(
+            cause::aside, nullptr,
+            format_text("%s is another program, most likely Java's own: what starts it does "
+                        "not start the launcher %s.",
+                        file, the_installation.file.get()));
+    }
     const text_ptr target = target_of(each);
     if (each.version_held != nullptr && target != nullptr && !is_startable(target.get(), file)) {
         add_finding(cause::aside, nullptr,
@@ -195,6 +203,10 @@ void review_place(const place &each) {
 }
 
 } // namespace
+
+bool is_launcher_file(const char *file) {
+    return launcher_version(file) != nullptr;
+}
 
 void find_installation(const request &asked) {
     installation &here = the_installation;

@@ -16,6 +16,9 @@ struct installation {
 };
 extern installation the_installation;
 
+// Whether the file holds a launcher of any version.
+bool is_launcher_file(const char *file);
+
 // Takes the home that is asked for, or the one that explain_launch lies in (where it lies in no bin
 // folder the process ends with status 2), and the launcher in it: java.exe, or what is asked for,
 // in bin or else in jre\bin.

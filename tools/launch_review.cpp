@@ -2,6 +2,7 @@
 
 #include <cstring>
 
+#include "core/config_text.h"
 #include "core/home_faults.h"
 #include "core/jlp_vars.h"
 #include "core/launch_mode.h"
@@ -50,7 +51,7 @@ void take_folder(void *context, const char *name) {
 
 text_ptr folder_in(const char *folder, const char *like) {
     folder_search looked_for = {folder, like, nullptr};
-    list_folder(folder, take_folder, &looked_for);
+    list_folder(format_text("%s%c", folder, file_separator).get(), take_folder, &looked_for);
     return std::move(looked_for.found);
 }
 
@@ -93,6 +94,7 @@ text_ptr home_without_java(const home &each, const char *path) {
 
 text_ptr home_fault_text(const home &each) {
     const char *path = *each.path;
+    const text_ptr folder = format_text("%s%c", path, file_separator); // of a drive as well
     if (!is_set(path)) {
         return format_text("%s is set nowhere: write a line %s=<its folder> into launcher.cfg, or "
                            "set the variable %s.",
@@ -104,8 +106,12 @@ text_ptr home_fault_text(const home &each) {
         if (fault != nullptr) {
             return fault;
         }
+        if (is_path_relative(path) && !is_directory(path)) {
+            return format_text("%s: it counts from the current folder; write the path out.",
+                               place.get());
+        }
     }
-    if (!is_directory(path)) {
+    if (!is_directory(folder.get())) {
         return missing_home(each, path);
     }
     if (each.path == &quorvel_home) {
@@ -117,7 +123,10 @@ text_ptr home_fault_text(const home &each) {
 }
 
 void review_home(const home &each) {
-    add_finding(cause::own, each.name, home_fault_text(each));
+    // Of a path that cannot be one, its line has told.
+    if (!each.is_configured || path_fault("", *each.path) == nullptr) {
+        add_finding(cause::own, each.name, home_fault_text(each));
+    }
     if (each.path == &jvm_home || setting_lines() < 0 || is_native_invocation) {
         return;
     }
@@ -221,6 +230,13 @@ const home *failing_home() {
 
 void review_launch() {
     const home *failing = failing_home();
+    if (the_launch.goes_through && the_launch.target != nullptr &&
+        is_launcher_file(the_launch.target.get())) {
+        add_finding(cause::aside, nullptr,
+                    format_text("%s is a launcher as well, and starts what its own launcher.cfg "
+                                "says.",
+                                the_launch.target.get()));
+    }
     if (the_launch.goes_through || the_launch.status == 0) {
         return;
     }

@@ -69,7 +69,7 @@ void write_verdict() {
     if (more.length > 0) {
         print(the_launch.goes_through ? "\nWorth a look\n%s" : "\nWrong as well\n%s", more.c_str());
     }
-    const bool is_launched = is_native_invocation || the_installation.is_launcher;
+    const bool is_launched = the_installation.home == nullptr || the_installation.is_launcher;
     if (the_launch.message != nullptr && !the_launch.goes_through && is_launched) {
         print("\nThe launcher would say, with status %d, %s\n  %s\n", the_launch.status,
               place_of_message(), the_launch.message.get());
@@ -91,18 +91,17 @@ void write_configuration() {
     }
 }
 
-const char *origin_of(const home &each) {
-    if (!is_set(*each.path)) {
-        return "set nowhere";
-    }
-    return each.is_configured ? "from launcher.cfg" : "from the environment";
+text_ptr path_and_origin(const home &each) {
+    return is_set(*each.path) ? format_text("%s (from %s)", *each.path,
+                                            each.is_configured ? "launcher.cfg" : "the environment")
+                              : copy_text("set nowhere");
 }
 
 void write_homes() {
     print("\nHomes\n");
     for (const home &each : homes) {
         const text_ptr fault = each.is_needed ? each.fault() : nullptr;
-        print("  %-15s %s (%s): %s\n", each.name, *each.path, origin_of(each),
+        print("  %-15s %s: %s\n", each.name, path_and_origin(each).get(),
               !each.is_needed    ? "not needed"
               : fault == nullptr ? "passes"
                                  : "does not pass");
@@ -155,7 +154,7 @@ void keep_variables() {
 
 void write_report(const request &asked) {
     write_verdict();
-    if (!is_native_invocation) {
+    if (asked.library == nullptr) {
         append_installation(report);
     }
     if (launcher_home != nullptr) {

@@ -2,9 +2,12 @@
 
 #include <cstring>
 
+#include "core/config_text.h"
 #include "core/jlp_vars.h"
 #include "core/launch_mode.h"
+#include "core/state_text.h"
 #include "platform/files.h"
+#include "platform/inspection.h"
 #include "tools/findings.h"
 #include "tools/likeness.h"
 
@@ -23,6 +26,21 @@ bool has(const char *value, const char *part) {
     return strstr(value, part) != nullptr;
 }
 
+// A path without an ending is most likely meant for a folder, in which each start has its own log.
+text_ptr review_log(const char *place, const char *value) {
+    const text_ptr path(new_state_text());
+    prepend_launcher_home_to_relative_path(value, path.get());
+    const char *name = strrchr(path.get(), file_separator);
+    if (name == nullptr || strchr(name, '.') != nullptr ||
+        kind_of(path.get()) != entry_kind::missing || !could_be_written(path.get())) {
+        return nullptr;
+    }
+    return format_text(
+        "%s: there is no folder %s, so a file of that name becomes the log; make the "
+        "folder where each start is to have its own.",
+        place, path.get());
+}
+
 text_ptr review_path(const char *place, const setting &row, const char *value) {
     text_ptr fault = path_fault(place, value);
     const bool is_file_of_agents = row.text != nullptr && row.text != &container_home &&
@@ -31,6 +49,9 @@ text_ptr review_path(const char *place, const setting &row, const char *value) {
         !is_file(*row.text)) {
         fault = format_text("%s: there is no file %s; mend the path or take the line out.", place,
                             *row.text);
+    }
+    if (fault == nullptr && row.text == nullptr && is_set(value)) {
+        fault = review_log(place, value);
     }
     return fault;
 }
@@ -117,7 +138,7 @@ void review_repetition(int number, const setting &row, const char *value) {
         strcmp(before.text.get(), value) == 0) {
         return;
     }
-    add_finding(cause::line, row.key,
+    add_finding(cause::line, keeps ? nullptr : row.key,
                 format_text("Lines %d and %d of launcher.cfg both set %s, and %s counts: take one "
                             "of them out.",
                             before.line, number, row.key,
