@@ -58,15 +58,18 @@ bool try_trace_log(const char *path) {
     return could_be;
 }
 
-// Where the status is not the launcher's -1 it is the 1 of what the core cannot hold or rewrite.
+// The core ends with 1 what it cannot hold or rewrite, and with the launcher's -1, which is not the
+// tool's, where there is no log.
 void end_early() {
     if (is_running) {
         is_running = false;
         the_launch.goes_through = false;
         the_launch.status = the_launch.status == 0 ? 1 : the_launch.status;
         const int status = report_end();
-        fflush(nullptr);
-        _Exit(status);
+        if (the_launch.status != status) {
+            fflush(nullptr);
+            _Exit(status);
+        }
     }
 }
 
