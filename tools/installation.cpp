@@ -160,8 +160,7 @@ text_ptr place_fault() {
 }
 
 text_ptr target_of(const place &each) {
-    const char *home = *current_launch_mode().java_home;
-    if (!is_set(home)) {
+    if (launch_mode == nullptr || !is_directory(*current_launch_mode().java_home)) {
         return nullptr;
     }
     const text_ptr explained = copy_text(bin_dir);
@@ -169,6 +168,14 @@ text_ptr target_of(const place &each) {
     text_ptr target = target_path(each.name.get());
     assign_text(&bin_dir, explained.get());
     return target;
+}
+
+text_ptr target_state(const place &each, const char *target) {
+    if (is_startable(target, each.file.get())) {
+        return format_text("starts %s", target);
+    }
+    return is_file(target) ? copy_text("it would start itself")
+                           : format_text("there is no %s", target);
 }
 
 void review_version(const place &each) {
@@ -195,10 +202,11 @@ void review_place(const place &each) {
     }
     const text_ptr target = target_of(each);
     if (each.version_held != nullptr && target != nullptr && !is_startable(target.get(), file)) {
-        add_finding(cause::aside, nullptr,
-                    format_text("The launcher %s has nothing to start, %s is no other program: a "
-                                "home with that file is needed, or this launcher is not.",
-                                file, target.get()));
+        add_finding(
+            cause::aside, nullptr,
+            format_text("The launcher %s would fail too, as %s: take it out, or name a home "
+                        "with that file.",
+                        file, target_state(each, target.get()).get()));
     }
 }
 
@@ -248,11 +256,17 @@ void append_installation(text_buffer &report) {
     append(report, "\nLauncher\n");
     for (int i = 0; i < place_count; i++) {
         const place &each = places[i];
-        const text_ptr line = each.version_held == nullptr
-                                  ? format_text("  %s: another program\n", each.file.get())
-                                  : format_text("  %s: this launcher, version %s\n",
-                                                each.file.get(), each.version_held.get());
+        const char *held = each.version_held.get();
+        const text_ptr target = held == nullptr ? nullptr : target_of(each);
+        const text_ptr line = held == nullptr
+                                  ? format_text("  %s: another program", each.file.get())
+                                  : format_text("  %s: version %s", each.file.get(), held);
         append(report, line.get());
+        if (target != nullptr) {
+            append(report, "; ");
+            append(report, target_state(each, target.get()).get());
+        }
+        append(report, '\n');
     }
     if (place_count == 0) {
         append(report, "  none\n");

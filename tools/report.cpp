@@ -8,6 +8,7 @@
 #include "core/jlp_vars.h"
 #include "core/launch_mode.h"
 #include "jli/text_buffer.h"
+#include "platform/command_line.h"
 #include "platform/console.h"
 #include "platform/files.h"
 #include "platform/inspection.h"
@@ -108,26 +109,44 @@ void write_homes() {
     }
 }
 
-// On a terminal a list that is longer than a line has one argument on each.
+// On a terminal what is longer than a line has one argument on each.
+bool is_folded(size_t length, const request &asked) {
+    const int columns = columns_of(stdout);
+    return asked.one_per_line || (columns > 0 && length + 2 > static_cast<size_t>(columns));
+}
+
 void write_list(const char *title, char *const *entries, int count, const request &asked) {
     size_t length = 1;
     for (int i = 0; i < count; i++) {
         length += strlen(entries[i]) + 1;
     }
-    const int columns = columns_of(stdout);
-    const bool is_folded =
-        asked.one_per_line || (columns > 0 && length > static_cast<size_t>(columns));
+    const bool folds = is_folded(length, asked);
     print("\n%s\n", title);
     for (int i = 0; i < count; i++) {
-        print("%s%s", i == 0 || is_folded ? "  " : " ", entries[i]);
-        print(is_folded || i == count - 1 ? "\n" : "");
+        print("%s%s", i == 0 || folds ? "  " : " ", entries[i]);
+        print(folds || i == count - 1 ? "\n" : "");
     }
 }
 
-void write_start() {
+// Each as it stands in the line.
+void write_arguments(const char *at, bool is_folded) {
+    const text_ptr scratch = copy_text(at);
+    while (is_folded && *(at += strspn(at, " \t")) != '\0') {
+        char *room = scratch.get();
+        const char *end = take_argument(at, &room);
+        print("\n  %s", copy_text({at, static_cast<size_t>(end - at)}).get());
+        at = end;
+    }
+    print("%s", at);
+}
+
+void write_start(const request &asked) {
     const text_ptr folder(current_directory());
-    print("\nWould be started\n  %s%s\n  in the folder %s\n", the_launch.command,
-          the_launch.arguments.text.get(), folder == nullptr ? "?" : folder.get());
+    const char *arguments = the_launch.arguments.text.get();
+    print("\nWould be started in %s\n  %s", folder == nullptr ? "?" : folder.get(),
+          the_launch.command);
+    write_arguments(arguments, is_folded(strlen(the_launch.command) + strlen(arguments), asked));
+    print("\n");
 }
 
 void write_variables() {
@@ -164,7 +183,7 @@ void write_report(const request &asked) {
         write_homes();
     }
     if (the_launch.goes_through && !is_native_invocation) {
-        write_start();
+        write_start(asked);
     }
     if (the_launch.is_rewritten && (asked.shows_rewriting || is_native_invocation)) {
         const bool is_advanced = use_advanced_launch_mode != 0;

@@ -119,8 +119,12 @@ void refuse_usage(const text_ptr &what) {
 request read_request(int argc, char *const *argv) {
     request asked;
     own_line.reset(own_arguments_text());
-    own_words = copy_text(own_line == nullptr ? "" : own_line.get());
-    word_reader words = {own_line == nullptr ? "" : own_line.get(), own_words.get()};
+    if (own_line == nullptr) {
+        perror("malloc");
+        exit(1);
+    }
+    own_words = copy_text(own_line.get());
+    word_reader words = {own_line.get(), own_words.get()};
     const char *word = words.next();
     while (word != nullptr && strcmp(word, "--") != 0) {
         take_option(asked, word, words);

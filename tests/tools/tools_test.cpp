@@ -130,7 +130,7 @@ TEST_F(tools, a_verdict_is_the_launchers_own) {
         EXPECT_EQ(said.output.starts_with("The launch would go through.\n"), has_run) << said.output;
         std::smatch told;
         const std::string trace = in_one_line(done.output + done.errors);
-        static const std::regex command("Would be started\n  (.*)\n"), fault("status (-?\\d+), .*\n  (.*)\n");
+        static const std::regex command("Would be started.*\n  (.*)\n"), fault("status (-?\\d+), .*\n  (.*)\n");
         if (has_run && trace.find("OUTPUT COMMAND:") != std::string::npos) {
             ASSERT_TRUE(std::regex_search(said.output, told, command)) << said.output;
             EXPECT_NE(trace.find("OUTPUT COMMAND: --------------- " + told.str(1) + " "), std::string::npos) << trace;
