@@ -6,8 +6,15 @@
 #include "jli/jli_util.h"
 #include "jli/text.h"
 
-const char *const label = "QUORVEL_VERSION=";
-const char *const version = QVL_VERSION;
+namespace {
+
+// One behind the other: who finds the label in a file finds the version with it.
+constexpr char LABEL_AND_VERSION[] = "QUORVEL_VERSION=\0" QVL_VERSION;
+
+} // namespace
+
+const char *const label = LABEL_AND_VERSION;
+const char *const version = LABEL_AND_VERSION + sizeof "QUORVEL_VERSION=";
 
 void just_to_add_version_to_binary() {
     const text_ptr joined = format_text("%s%s", label, version);

@@ -110,15 +110,18 @@ DWORD run_as_received(HANDLE job, DWORD error, const char *command,
         status = start_in_job_as_received(job, command, line, 0, &process, &error);
     }
     if (error != 0) {
-        const text_ptr words(system_error_text(error, program.get()));
-        trace_fault(format_text("Error: could not start %s: %s\n", program.get(),
-                                words == nullptr ? "?" : words.get())
-                        .get());
+        trace_fault(start_fault_text(program.get(), error).get());
     }
     return status;
 }
 
 } // namespace
+
+text_ptr start_fault_text(const char *command, DWORD error) {
+    const text_ptr words(system_error_text(error, command));
+    return format_text("Error: could not start %s: %s\n", command,
+                       words == nullptr ? "?" : words.get());
+}
 
 int execute_command(const char *command, char *const *argv, int argc) {
     return run_child(command, joined_arguments(argv + 1, argc - 1));

@@ -73,15 +73,10 @@ void load_value(config_loading &loading, const setting &row, text_ptr value) {
     }
 }
 
-// A line is a setting when it begins with a key and "="; every other line is passed over.
 void load_line(config_loading &loading, std::string_view line) {
-    for (const setting &row : SETTINGS) {
-        const size_t length = strlen(row.key);
-        if (line.starts_with(row.key) && line.find('=') == length) {
-            line.remove_prefix(length + 1);
-            load_value(loading, row, copy_text(trimmed(line)));
-            return;
-        }
+    if (const setting *row = setting_of(line); row != nullptr) {
+        line.remove_prefix(strlen(row->key) + 1);
+        load_value(loading, *row, copy_text(trimmed(line)));
     }
 }
 

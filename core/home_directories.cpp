@@ -140,6 +140,10 @@ text_ptr target_path(const char *executable_name) {
     return format_text("%s%s%c%s", home, bin_dir, file_separator, executable_name);
 }
 
+text_ptr invalid_command_text(const char *target) {
+    return format_text("Error: invalid command: %s\n", target);
+}
+
 void fall_back_on_bundle() {
     if (is_empty(container_home)) {
         set_container_home_from_bundle();

@@ -15,4 +15,7 @@ text_ptr quorvel_home_fault();
 // mode.
 text_ptr target_path(const char *executable_name);
 
+// What the front end says of a target that it may not start, and of one that did not end with 0.
+text_ptr invalid_command_text(const char *target);
+
 #endif

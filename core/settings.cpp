@@ -1,6 +1,7 @@
 #include "core/settings.h"
 
 #include <cstdint>
+#include <cstring>
 #include <sys/time.h>
 #include <unistd.h>
 
@@ -27,15 +28,19 @@ bool show_start(const setting &, char *) {
     return true;
 }
 
-bool open_log_file(const setting &, char *path) {
-    if (is_directory(path)) {
-        append_to_state_text(path, log_file_name().get());
-    }
+bool open_log(const char *path) {
     if (LOG_FILE_FD != nullptr) {
         fclose(LOG_FILE_FD);
     }
     LOG_FILE_FD = open_text_file(path, "w+");
-    if (LOG_FILE_FD == nullptr) {
+    return LOG_FILE_FD != nullptr;
+}
+
+bool open_log_file(const setting &, char *path) {
+    if (is_directory(path)) {
+        append_to_state_text(path, log_file_name().get());
+    }
+    if (!open_trace_log(path)) {
         end_with_error(-1, format_text("Error! Could not open log_file_path: %s\n", path));
     }
     return true;
@@ -67,6 +72,8 @@ constexpr setting list_row(const char *key, value_kind kind, int label_width, co
 }
 
 } // namespace
+
+bool (*open_trace_log)(const char *path) = open_log;
 
 using enum value_kind;
 
@@ -104,3 +111,12 @@ constexpr setting SETTINGS[] = {
              container_options_array, container_options_count, "container_options_array", 4),
 };
 static_assert(SETTINGS[SETTING_COUNT - 1].key != nullptr, "SETTING_COUNT exceeds the rows");
+
+const setting *setting_of(std::string_view line) {
+    for (const setting &row : SETTINGS) {
+        if (line.starts_with(row.key) && line.find('=') == strlen(row.key)) {
+            return &row;
+        }
+    }
+    return nullptr;
+}

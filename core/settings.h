@@ -4,6 +4,8 @@
 // The keys of launcher.cfg. What is known about a key stands in its row and nowhere else: the
 // presets, the reader, the dump and the limits of the lists walk the rows.
 
+#include <string_view>
+
 enum class value_kind {
     toggle,      // on when it begins with "true"
     path,        // kept as a full path, a relative one from launcher_home; an empty one is none
@@ -46,5 +48,12 @@ struct setting {
 
 enum { SETTING_COUNT = 16 };
 extern const setting SETTINGS[SETTING_COUNT]; // in the order of the dump
+
+// The row whose key and "=" a line begins with; null for every other line, which is passed over.
+const setting *setting_of(std::string_view line);
+
+// Opens LOG_FILE_FD, the trace log, in the place of an open one; false when it cannot be. Who puts
+// another function here leaves the disk alone.
+extern bool (*open_trace_log)(const char *path);
 
 #endif

@@ -9,8 +9,6 @@
 #include "platform/files.h"
 #include "platform/windows_services.h"
 
-namespace {
-
 // The launcher's own path. The result of the service needs no check: no path is longer than the
 // buffer, and on a failure the buffer stays empty, which is no valid place. Who was started by a
 // \\?\ path is told that one, and the runtime's stat() refuses every path with a "?".
@@ -30,8 +28,6 @@ char *new_own_path() {
     memmove(path, path + prefix, strlen(path + prefix) + 1);
     return path;
 }
-
-} // namespace
 
 char *get_executable_file_path() {
     char *path = new_own_path();
@@ -75,9 +71,13 @@ int set_bin_dir() {
     return FAILURE;
 }
 
-int is_launcher_itself(const char *path) {
-    const text_ptr own_path(new_own_path());
+int is_startable(const char *target, const char *launcher) {
+    if (!is_file(target)) {
+        return 0;
+    }
+    const text_ptr own_path(launcher == nullptr ? new_own_path() : nullptr);
     const text_ptr full_path(new_state_text());
-    GetFullPathNameA(path, TEXT_SIZE, full_path.get(), nullptr);
-    return strcasecmp(own_path.get(), full_path.get()) == 0 ? 1 : 0;
+    GetFullPathNameA(target, TEXT_SIZE, full_path.get(), nullptr);
+    const char *itself = launcher == nullptr ? own_path.get() : launcher;
+    return strcasecmp(itself, full_path.get()) == 0 ? 0 : 1;
 }

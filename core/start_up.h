@@ -12,6 +12,9 @@ extern "C" {
  * doesn't exist or is invalid" on standard output. */
 char *get_executable_file_path(void);
 
+/* The same as the system tells it, whatever it is. */
+char *new_own_path(void);
+
 /* 1 when `path` (null is allowed) names something that exists in a \bin or \jre\bin folder, letter
  * case regarded; else 0. */
 int is_valid_exe_path(const char *path);
@@ -21,8 +24,10 @@ int is_valid_exe_path(const char *path);
  * and gives FAILURE, with bin_dir empty. */
 int set_bin_dir(void);
 
-/* 1 when `path` is the launcher's own file, by the text of its full path, letter case aside. */
-int is_launcher_itself(const char *path);
+/* Whether a launcher may start `target`, 1 or 0: it is a file, and not the launcher's own by the
+ * text of its full path, letter case aside, which would start itself without end. `launcher` is the
+ * launcher's full path; null stands for the file of this process. */
+int is_startable(const char *target, const char *launcher);
 
 #ifdef __cplusplus
 }

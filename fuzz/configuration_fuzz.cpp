@@ -166,7 +166,7 @@ int start_in_bundle(char **argv, int argc) {
         return FAILURE;
     }
     const text_ptr target = target_path(made_up.own_path.c_str() + own_folder().size() + 1);
-    if (!is_file(target.get()) || is_launcher_itself(target.get())) {
+    if (!is_startable(target.get(), nullptr)) {
         return FAILURE;
     }
     release_text(&container_home);

@@ -29,8 +29,10 @@ text_ptr format_text(const char *format, ...) {
     return text;
 }
 
+void (*text_writer)(FILE *stream, const char *text) = write_text;
+
 void print_text(FILE *stream, const text_ptr &text) {
-    write_text(stream, text.get());
+    text_writer(stream, text.get());
 }
 
 std::string_view trimmed(std::string_view text) {

@@ -22,8 +22,10 @@ using text_ptr = std::unique_ptr<char, free_text>;
 text_ptr format_text(const char *format, ...) JLI_PRINTF_LIKE(1, 2);
 text_ptr format_text_list(const char *format, va_list arguments) JLI_PRINTF_LIKE(1, 0);
 
-// Writes the text as write_text() does.
+// Writes the text by text_writer, which is write_text(). Everything that the core says comes this
+// way: who puts another function there takes it.
 void print_text(FILE *stream, const text_ptr &text);
+extern void (*text_writer)(FILE *stream, const char *text);
 
 // Whether there is a text and it is not empty.
 inline bool is_set(const char *text) {

@@ -15,7 +15,6 @@
 #include "core/state_arrays.h"
 #include "core/state_text.h"
 #include "platform/command_line.h"
-#include "platform/files.h"
 
 namespace {
 
@@ -53,8 +52,7 @@ text_ptr own_line() {
 
 // Not traced; standard output is the program's where the start is transparent.
 int invalid_command(const char *target, int status) {
-    const text_ptr message = format_text("Error: invalid command: %s\n", target);
-    print_text(is_transparent ? stderr : stdout, message);
+    print_text(is_transparent ? stderr : stdout, invalid_command_text(target));
     return status;
 }
 
@@ -85,8 +83,7 @@ int main(int argc, char **argv) {
 
     const text_ptr target = target_path(executable_name.get());
     executable_name.reset();
-    // A home that is the launcher's own would have it start itself without end.
-    if (!is_file(target.get()) || is_launcher_itself(target.get())) {
+    if (!is_startable(target.get(), nullptr)) {
         return invalid_command(target.get(), FAILURE);
     }
     const char *command = processArg(target.get());

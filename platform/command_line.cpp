@@ -14,7 +14,8 @@ char *put_backslashes(char *to, size_t count) {
     return to + count;
 }
 
-// Reads one argument and returns where it ends:
+} // namespace
+
 //   a\\b -> a\\b    "a b\\" -> a b\    a\"b -> a"b    "a""b c" -> a"b c    """a""" -> "a"
 const char *take_argument(const char *from, char **to) {
     char *out = *to;
@@ -42,8 +43,6 @@ const char *take_argument(const char *from, char **to) {
     *to = out;
     return from;
 }
-
-} // namespace
 
 void take_arguments(const char *text, char **list, char *room) {
     while (*(text += strspn(text, " \t")) != '\0') {

@@ -27,6 +27,10 @@ const character *end_of_program_name(const character *command_line) {
 extern "C" void take_arguments(const char *text, char **list, char *room);
 extern "C" size_t argument_slots(const char *text);
 
+// Reads the one argument that `from` begins with to `*to`, which then stands behind its terminator,
+// and returns where it ends in the text.
+extern "C" const char *take_argument(const char *from, char **to);
+
 // The same in one heap block of the caller's; null when memory is out.
 extern "C" char **split_arguments(const char *text);
 

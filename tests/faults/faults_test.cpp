@@ -11,7 +11,7 @@ enum child_fate { NONE, GONE, RAN };
 
 // For explain_launch, which traces what it does.
 texts explained(const texts &command_line) {
-    texts arguments = {"--trace", "--launcher-home", here("C:\\L"), "--"};
+    texts arguments = {"--rewrite", "--trace", "--launcher-home", here("C:\\L"), "--"};
     arguments.insert(arguments.end(), command_line.begin(), command_line.end());
     return arguments;
 }
@@ -160,7 +160,7 @@ TEST_F(fault, of_a_service_of_the_rewriting) {
         {"SetEnvironmentVariableA#2", "ri", path, "", "Error: Failed to set %CLASSPATH%\n", 1, true},
         {"SetEnvironmentVariableA#3", "legacy", path, "", "Error: Failed to set %Path%\n", 1, true},
         {"get_environment_value", "ri", path, "    $CLASSPATH not set in environment\n", "", 0},
-        {"kind_of", "ri", file, "", "Error: could not open `options'", 1},
+        {"kind_of>4", "ri", file, "", "Error: could not open `options'", 1},
         {"open_to_read#2", "ri", file, "", "Error: could not open `options'", 1},
         {"fread ferror", "ri", file, "", "Error: loading: options", 1},
         {"current_directory", "ri", relative, "   cwd = \n", "", 0},
@@ -176,8 +176,8 @@ TEST_F(fault, of_a_service_of_the_rewriting) {
                                           : run_with(row.faults, EXPLAIN, explained(row.arguments));
         EXPECT_TRUE(!row.starts || result.output.empty()) << result.output;
         EXPECT_EQ(result.status, row.status) << result.output;
-        EXPECT_NE(result.output.find(row.says), std::string::npos) << result.output;
-        EXPECT_EQ(result.errors.substr(std::min(result.errors.find("Error"), result.errors.size())), row.complains);
+        EXPECT_NE(result.errors.find(row.says), std::string::npos) << result.output << result.errors;
+        EXPECT_NE(result.output.find(row.complains), std::string::npos) << result.output;
         EXPECT_EQ(what_remains().streams, 0);
     }
 }
