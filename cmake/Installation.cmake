@@ -17,11 +17,8 @@ if(WIN32)
   install(FILES ${import_library} core/jlp_core.def DESTINATION ${CMAKE_INSTALL_LIBDIR})
 endif()
 
-if(QVL_LAUNCHER)
-  install(TARGETS ${launcher})
-endif()
-if(QVL_TOOLS)
-  install(TARGETS explain_launch)
+if(programs)
+  install(TARGETS ${programs})
 endif()
 install(FILES README.md ARCHITECTURE.md SECURITY.md DESTINATION ${CMAKE_INSTALL_DOCDIR})
 install(DIRECTORY examples DESTINATION ${CMAKE_INSTALL_DOCDIR}
