@@ -109,7 +109,7 @@ TEST_F(tools, the_example_of_a_native_host_starts_java_twice) {
 
 TEST_F(tools, every_example_configuration_is_for_its_mode) {
     for (const char *mode : {"advanced", "legacy", "patch", "secure", "ri"}) {
-        const std::string example = read_file(fs::path(EXAMPLES) / (std::string(mode) + ".cfg"));
+        const std::string example = read_file(own_file().parent_path() / "launcher_cfg" / (std::string(mode) + ".cfg"));
         configure(example);
         const auto [status, output] = run("explain_launch", {"--launcher-home", "C:\\L", "--", "-Dold.switch=1"});
         EXPECT_NE(output.find("Launch mode\n  " + std::string(mode) + "\n"), std::string::npos) << output;
