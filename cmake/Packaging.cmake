@@ -6,7 +6,7 @@ set(archive quorvel-launcher-${PROJECT_VERSION})
 # Files that Windows programs read, with Windows' line ends.
 set(files ${PROJECT_BINARY_DIR}/package)
 file(GLOB texts RELATIVE ${PROJECT_SOURCE_DIR} CONFIGURE_DEPENDS
-  package/*.cmd package/*.cfg examples/launcher_cfg/*.cfg)
+  packaging/*.cmd packaging/*.cfg examples/launcher_cfg/*.cfg)
 foreach(text IN LISTS texts)
   string(REGEX REPLACE "^[a-z]+/" "" name ${text})
   configure_file(${text} ${files}/${name} @ONLY NEWLINE_STYLE CRLF)
@@ -20,7 +20,7 @@ install_in_package(win64 TARGETS ${programs} DESTINATION bin)
 install_in_package(win64 FILES ${files}/install.cmd ${files}/uninstall.cmd ${files}/launcher.cfg DESTINATION .)
 install_in_package(win64 DIRECTORY ${files}/launcher_cfg DESTINATION .)
 install_in_package(win64 CODE
-  "execute_process(COMMAND ${PROJECT_SOURCE_DIR}/package/pages ${PROJECT_SOURCE_DIR} \${CMAKE_INSTALL_PREFIX}
+  "execute_process(COMMAND ${PROJECT_SOURCE_DIR}/packaging/pages ${PROJECT_SOURCE_DIR} \${CMAKE_INSTALL_PREFIX}
     COMMAND_ERROR_IS_FATAL ANY)")
 
 if(QVL_TESTS)
@@ -30,7 +30,7 @@ if(QVL_TESTS)
   install_in_package(tests FILES ${files}/run_tests.cmd DESTINATION .)
 endif()
 
-# In the form that sha256sum -c reads.
+# In the form that sha256sum -c reads. Rights are the same whoever packs.
 foreach(component win64 dev tests)
   install_in_package(${component} CODE [=[
     file(GLOB_RECURSE files RELATIVE ${CMAKE_INSTALL_PREFIX} ${CMAKE_INSTALL_PREFIX}/*)
@@ -40,6 +40,9 @@ foreach(component win64 dev tests)
       string(APPEND sums "${sum} *${file}\n")
     endforeach()
     file(WRITE ${CMAKE_INSTALL_PREFIX}/SHA256SUMS ${sums})
+    set(all OWNER_READ GROUP_READ WORLD_READ OWNER_WRITE)
+    file(CHMOD_RECURSE ${CMAKE_INSTALL_PREFIX} FILE_PERMISSIONS ${all}
+      DIRECTORY_PERMISSIONS ${all} OWNER_EXECUTE GROUP_EXECUTE WORLD_EXECUTE)
   ]=])
   string(TOUPPER CPACK_ARCHIVE_${component}_FILE_NAME name)
   set(${name} ${archive}-${component})

@@ -8,6 +8,8 @@ rem may hold no blanks and which is removed when all have passed. What they prin
 rem this file. Exit status: 0 when none failed, 1 when some did, 2 when they could not run.
 setlocal EnableExtensions DisableDelayedExpansion
 set "kit=%~dp0"
+set "PATH=%SystemRoot%\System32;%SystemRoot%"
+for %%V in (JVM_HOME CONTAINER_HOME QUORVEL_HOME CLASSPATH JDK_JAVA_OPTIONS JAVA_TOOL_OPTIONS _JAVA_OPTIONS) do set "%%V="
 set "work=%~1"
 rem TEMP by its short name, as users' names have blanks.
 if not defined work for %%D in ("%TEMP%") do set "work=%%~sD\quorvel_tests"
@@ -32,8 +34,9 @@ if "%failed%"=="0" rmdir /s /q "%work%"
 set "line=%passed% passed, %failed% failed"
 if not "%skipped%"=="0" set "line=%line%, %skipped% skipped"
 echo %line%
-rem After a double click the window would close at once.
-echo %cmdcmdline% | find /i "%~nx0" >nul && pause
+rem After a double click, which puts a blank behind the name, the window would close at once.
+set "how=%cmdcmdline:"=%"
+if not "%how%"=="%how:run_tests.cmd =%" pause >nul
 if not "%failed%"=="0" exit /b 1
 exit /b 0
 
@@ -67,5 +70,5 @@ call set "lost=%%lost_%1%%"
 if not "%lost%"=="0" echo.
 if not "%lost%"=="0" echo ---- %1 failed:
 if not "%lost%"=="0" type %1.txt
-if "%lost%"=="0" find "passed over" %1.txt 2>nul | find "passed over: "
+if "%lost%"=="0" type %1.txt | find "passed over: "
 exit /b 0
