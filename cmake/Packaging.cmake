@@ -20,8 +20,8 @@ install_in_package(win64 TARGETS ${programs} DESTINATION bin)
 install_in_package(win64 FILES ${files}/install.cmd ${files}/uninstall.cmd ${files}/launcher.cfg DESTINATION .)
 install_in_package(win64 DIRECTORY ${files}/launcher_cfg DESTINATION .)
 install_in_package(win64 CODE
-  "execute_process(COMMAND ${PROJECT_SOURCE_DIR}/packaging/pages ${PROJECT_SOURCE_DIR} \${CMAKE_INSTALL_PREFIX}
-    COMMAND_ERROR_IS_FATAL ANY)")
+  "execute_process(COMMAND \"${PROJECT_SOURCE_DIR}/packaging/pages\" \"${PROJECT_SOURCE_DIR}\"
+    \${CMAKE_INSTALL_PREFIX} COMMAND_ERROR_IS_FATAL ANY)")
 
 if(QVL_TESTS)
   get_property(tests GLOBAL PROPERTY qvl_test_kit)
@@ -60,7 +60,7 @@ set(CPACK_PACKAGE_CHECKSUM SHA256)
 set(CPACK_VERBATIM_VARIABLES ON)
 file(CONFIGURE OUTPUT package_times.cmake @ONLY CONTENT [=[
 if(NOT DEFINED ENV{SOURCE_DATE_EPOCH})
-  execute_process(COMMAND git -C @PROJECT_SOURCE_DIR@ log -1 --format=%ct
+  execute_process(COMMAND git -C "@PROJECT_SOURCE_DIR@" log -1 --format=%ct
     OUTPUT_VARIABLE time OUTPUT_STRIP_TRAILING_WHITESPACE COMMAND_ERROR_IS_FATAL ANY)
   set(ENV{SOURCE_DATE_EPOCH} ${time})
 endif()

@@ -5,7 +5,9 @@ rem   run_tests.cmd [WORK_FOLDER]
 rem
 rem It takes some minutes; windows may open and close. The tests work in a folder of their own, whose path
 rem may hold no blanks and which is removed when all have passed. What they print is kept in "log" beside
-rem this file. Exit status: 0 when none failed, 1 when some did, 2 when they could not run.
+rem this file, whose own folder needs a name in the system's code page. Without an argument it waits for a key in the end.
+rem
+rem Exit status: 0 when none failed, 1 when some did, 2 when they could not run.
 setlocal EnableExtensions DisableDelayedExpansion
 set "kit=%~dp0"
 set "PATH=%SystemRoot%\System32;%SystemRoot%"
@@ -34,9 +36,9 @@ if "%failed%"=="0" rmdir /s /q "%work%"
 set "line=%passed% passed, %failed% failed"
 if not "%skipped%"=="0" set "line=%line%, %skipped% skipped"
 echo %line%
-rem After a double click, which puts a blank behind the name, the window would close at once.
-set "how=%cmdcmdline:"=%"
-if not "%how%"=="%how:run_tests.cmd =%" pause >nul
+rem After a double click the window would close at once.
+if "%~1"=="" pause >nul
+if "%passed%%failed%"=="00" exit /b 2
 if not "%failed%"=="0" exit /b 1
 exit /b 0
 
