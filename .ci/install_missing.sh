@@ -57,7 +57,7 @@ quietly() {
 
 BUILD_TOOLS=(g++:g++ cmake:cmake ninja:ninja-build /usr/src/googletest/CMakeLists.txt:googletest)
 JAVA_TOOLS=(javac:default-jdk-headless)
-WINDOWS_TOOLS=(x86_64-w64-mingw32-g++-posix:g++-mingw-w64-x86-64 /usr/lib/wine/wine64:wine64 wine:wine)
+WINDOWS_TOOLS=(cmark-gfm:cmark-gfm x86_64-w64-mingw32-g++-posix:g++-mingw-w64-x86-64 /usr/lib/wine/wine64:wine64 wine:wine)
 export WINEPREFIX=${WINEPREFIX:-$PWD/build/wine} WINEDEBUG=${WINEDEBUG:--all}
 
 # What the Windows build lacks on this machine, or nothing. Makes the Wine prefix of the build folder

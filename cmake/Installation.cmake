@@ -1,5 +1,6 @@
-# What cmake --install puts where.
+# What cmake --install puts where. The component "dev" is an archive of its own (Packaging.cmake).
 include(CMakePackageConfigHelpers)
+set(CMAKE_INSTALL_DEFAULT_COMPONENT_NAME dev)
 
 set(package_dir ${CMAKE_INSTALL_LIBDIR}/cmake/quorvel_launcher)
 install(TARGETS jlp_core_static jlp_core_shared EXPORT quorvel_launcher)
@@ -17,12 +18,13 @@ if(WIN32)
   install(FILES ${import_library} core/jlp_core.def DESTINATION ${CMAKE_INSTALL_LIBDIR})
 endif()
 
-if(QVL_LAUNCHER)
-  install(TARGETS ${launcher})
+if(programs)
+  install(TARGETS ${programs} COMPONENT programs)
 endif()
-if(QVL_TOOLS)
-  install(TARGETS explain_launch)
+if(QVL_EXAMPLES)
+  install(TARGETS native_host)
 endif()
-install(FILES README.md ARCHITECTURE.md SECURITY.md DESTINATION ${CMAKE_INSTALL_DOCDIR})
-install(DIRECTORY examples DESTINATION ${CMAKE_INSTALL_DOCDIR}
+file(GLOB pages CONFIGURE_DEPENDS *.md)
+install(FILES ${pages} DESTINATION ${CMAKE_INSTALL_DOCDIR})
+install(DIRECTORY docs examples DESTINATION ${CMAKE_INSTALL_DOCDIR}
   PATTERN CMakeLists.txt EXCLUDE)

@@ -37,10 +37,19 @@ function(small_executable target)
   endif()
 endfunction()
 
-# Gives a program the launcher's manifest: UTF-8 as its code page, and long paths.
+# Gives a program the launcher's manifest: UTF-8 as its code page, and long paths; and a version
+# resource that names the program's own file.
 function(utf8_program target)
   if(WIN32)
-    target_sources(${target} PRIVATE ${PROJECT_BINARY_DIR}/launcher/java.rc)
+    get_target_property(name ${target} OUTPUT_NAME)
+    if(NOT name)
+      set(name ${target})
+    endif()
+    set(resource ${PROJECT_BINARY_DIR}/launcher/${name}.rc)
+    configure_file(${PROJECT_SOURCE_DIR}/launcher/java.rc.in ${resource} @ONLY)
+    set_source_files_properties(${resource} PROPERTIES
+      OBJECT_DEPENDS ${PROJECT_BINARY_DIR}/launcher/java.manifest)
+    target_sources(${target} PRIVATE ${resource})
     target_include_directories(${target} PRIVATE ${PROJECT_BINARY_DIR}/launcher)
     target_link_options(${target} PRIVATE -static)
   endif()

@@ -27,8 +27,10 @@ void make_disk() {
     putenv(drive.data());
 }
 
+// What is of this disk already, which may lie on the real drive C, stays.
 std::string here(std::string text) {
-    return on_windows ? replaced(std::move(text), "C:\\", to_text(root()) + "\\") : text;
+    const std::string drive = "C:\\", folder = to_text(root()) + "\\";
+    return on_windows ? replaced(replaced(std::move(text), folder, drive), drive, folder) : text;
 }
 
 fs::path on_disk(const std::string &windows_path) {

@@ -226,7 +226,7 @@ TEST_F(tools, the_example_of_a_native_host_starts_java_twice) {
 // Nothing is passed over or taken otherwise than meant but what is not on this disk.
 TEST_F(tools, every_example_configuration_is_for_its_mode) {
     for (const char *mode : {"advanced", "legacy", "patch", "secure", "ri"}) {
-        configure(read_file(fs::path(EXAMPLES) / (std::string(mode) + ".cfg")));
+        configure(read_file(own_file().parent_path() / "launcher_cfg" / (std::string(mode) + ".cfg")));
         const std::string said = explain({"-Dold.switch=1"}).output;
         EXPECT_NE(said.find("Launch mode\n  " + std::string(mode) + "\n"), std::string::npos) << said;
         EXPECT_EQ(said.find("passed over"), std::string::npos) << said;
