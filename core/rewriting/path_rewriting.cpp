@@ -1,6 +1,7 @@
 #include "core/rewriting/path_rewriting.h"
 
 #include <cstring>
+#include <new>
 #include <optional>
 
 #include "core/config_text.h"
@@ -22,7 +23,7 @@ struct path_list_walk {
     text_buffer resolved;
 };
 
-std::optional<path_list_walk> shared_walk;
+path_list_walk *shared_walk = nullptr;
 
 // "C:" of a path with a drive, else empty.
 std::string_view drive_of(std::string_view path) {
@@ -166,7 +167,7 @@ void rewrite_list(std::string_view paths, std::string_view old_home, const char 
     const bool has_commas_alone = paths.find(path_separator) == std::string_view::npos;
     const char separator = has_commas_alone ? ',' : path_separator;
     std::optional<path_list_walk> own_walk;
-    path_list_walk &walk = shared_walk ? *shared_walk : own_walk.emplace();
+    path_list_walk &walk = shared_walk != nullptr ? *shared_walk : own_walk.emplace();
     while (true) {
         const size_t length = paths.find(separator);
         const bool is_last = length == std::string_view::npos;
@@ -226,9 +227,11 @@ char *replace_char(char *text, char from, char to) {
 }
 
 shared_disk_queries::shared_disk_queries() {
-    shared_walk.emplace();
+    shared_walk = new (JLI_MemAlloc(sizeof(path_list_walk))) path_list_walk;
 }
 
 shared_disk_queries::~shared_disk_queries() {
-    shared_walk.reset();
+    shared_walk->~path_list_walk();
+    JLI_MemFree(shared_walk);
+    shared_walk = nullptr;
 }
