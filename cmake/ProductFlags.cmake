@@ -16,6 +16,7 @@ function(product_flags target)
   target_compile_options(${target} PRIVATE
     $<$<COMPILE_LANGUAGE:CXX>:-fno-exceptions -fno-rtti>
     -ffunction-sections)
+  target_compile_definitions(${target} PRIVATE QVL_VERSION="${PROJECT_VERSION}")
   # No -fdata-sections: for Windows GCC then stores the zeros of every empty array in the file.
   # No -fstack-protector: the launcher copies no text from outside onto its stack, and the library
   # behind it imports ADVAPI32.dll, which costs each start a fifth more.
@@ -35,6 +36,20 @@ function(small_executable target)
   else()
     target_link_options(${target} PRIVATE -Wl,--as-needed)
   endif()
+endfunction()
+
+# All sources are compiled as one, of which only `entry` is seen from outside: what is not called is
+# left out, and what is called once is no function. No two files may give the same name to
+# different things that are theirs alone. (Link-time optimization links in a printf of the
+# compiler's own.) The libraries keep their tables for unwinding: a host may throw through them.
+function(smallest_windows_program target entry)
+  set_target_properties(${target} PROPERTIES UNITY_BUILD ON UNITY_BUILD_BATCH_SIZE 0
+    LINK_DEPENDS ${PROJECT_SOURCE_DIR}/cmake/smallest_program.ld)
+  target_compile_options(${target} PRIVATE
+    $<$<COMPILE_LANGUAGE:CXX>:-fwhole-program -fno-function-sections>)
+  target_link_options(${target} PRIVATE -nostartfiles -Wl,--entry,${entry}
+    -Wl,--disable-auto-import,--disable-runtime-pseudo-reloc
+    -Wl,-T,${PROJECT_SOURCE_DIR}/cmake/smallest_program.ld)
 endfunction()
 
 # Gives a program the launcher's manifest: UTF-8 as its code page, and long paths.

@@ -9,7 +9,7 @@
 const char *const label = "QUORVEL_VERSION=";
 const char *const version = QVL_VERSION;
 
-void just_to_add_version_to_binary() {
+[[gnu::used]] void just_to_add_version_to_binary() {
     const text_ptr joined = format_text("%s%s", label, version);
 }
 
