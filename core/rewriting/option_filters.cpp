@@ -157,7 +157,7 @@ public:
 
 private:
     static constexpr obsolete_names NAMES{};
-    static constexpr size_t BUCKETS = 128;
+    static constexpr size_t BUCKETS = 64;
     static constexpr size_t HASHED = NAMES.shortest();
 
     // Returned is where the next goes.
@@ -182,35 +182,17 @@ private:
 
 constexpr name_table OBSOLETE_NAMES;
 
-// Most differ in the first bytes: no length is asked for.
-bool begins_with(const char *text, const char *entry) {
-    while (*entry != '\0' && *text == *entry) {
-        text++;
-        entry++;
-    }
-    return *entry == '\0';
-}
-
-bool begins_with_entry(const char *text, std::span<const char *const> entries) {
-    for (const char *entry : entries) {
-        if (entry != nullptr && begins_with(text, entry)) {
-            return true;
-        }
-    }
-    return false;
-}
-
-bool begins_with_entry(const char *text, char *const *entries, int count) {
-    return begins_with_entry(text, {entries, static_cast<size_t>(count)});
+std::span<const char *const> configured(char *const *entries, int count) {
+    return {entries, static_cast<size_t>(count)};
 }
 
 // An argument is held against one table only, the one for options that begin as it does.
 bool is_obsolete(const char *arg) {
     if (!begins_with(arg, "-X")) {
-        return *arg == '-' && begins_with_entry(arg, OBSOLETE);
+        return *arg == '-' && begins_with_any(arg, OBSOLETE);
     }
     if (!begins_with(arg, "-XX:")) {
-        return begins_with_entry(arg, OBSOLETE_X);
+        return begins_with_any(arg, OBSOLETE_X);
     }
     const char *rest = arg + strlen("-XX:");
     const bool has_sign = *rest == '+' || *rest == '-';
@@ -220,8 +202,8 @@ bool is_obsolete(const char *arg) {
 } // namespace
 
 int is_ignore_property(const char *arg, int check_obsolete) {
-    if (begins_with_entry(arg, ignore_properties_array, ignore_properties_count) ||
-        begins_with_entry(arg, ALWAYS_IGNORED)) {
+    if (begins_with_any(arg, configured(ignore_properties_array, ignore_properties_count)) ||
+        begins_with_any(arg, ALWAYS_IGNORED)) {
         return 1;
     }
     if (!check_obsolete || !is_obsolete(arg)) {
@@ -232,13 +214,14 @@ int is_ignore_property(const char *arg, int check_obsolete) {
 }
 
 int is_arg_allowed_vm_property(const char *arg) {
-    return begins_with_entry(arg + strlen("-D"), allow_vm_properties_array,
-                             allow_vm_properties_count);
+    return begins_with_any(arg + strlen("-D"),
+                           configured(allow_vm_properties_array, allow_vm_properties_count));
 }
 
 int is_non_path_option(const char *arg) {
     if (!begins_with(arg, "-D") ||
-        !begins_with_entry(arg + strlen("-D"), non_path_options_array, non_path_options_count)) {
+        !begins_with_any(arg + strlen("-D"),
+                         configured(non_path_options_array, non_path_options_count))) {
         return 0;
     }
     JLI_TraceLauncher("the following arg will not be treated as a path or list of paths '%s'\n",
@@ -253,7 +236,7 @@ int is_possible_path_arg(const char *arg) {
 int is_xbootclasspath_arg(const char *arg) {
     constexpr const char *FORMS[] = {
         "-Xbootclasspath:", "-Xbootclasspath/p:", "-Xbootclasspath/a:"};
-    return begins_with_entry(arg, FORMS) ? 1 : 0;
+    return begins_with_any(arg, FORMS) ? 1 : 0;
 }
 
 char *convertXrunToAgentLib(const char *arg) {
