@@ -3,6 +3,7 @@
 // would be a tenth of it.
 
 #include <cstdlib>
+#include <sys/time.h>
 
 #include "platform/windows_services.h"
 
@@ -20,6 +21,18 @@ void __set_app_type(int type);
 
 // main() calls it to have globals constructed. There are none: the linker makes sure of that.
 [[gnu::used]] void __main() {}
+
+// The compiler's own looks for a finer clock first, and for the time zone.
+int gettimeofday(timeval *now, void * /*zone*/) {
+    constexpr long long hundred_ns_to_1970 = 116444736000000000;
+    FILETIME time;
+    GetSystemTimeAsFileTime(&time);
+    const long long high = time.dwHighDateTime;
+    const long long hundred_ns = (high << 32 | time.dwLowDateTime) - hundred_ns_to_1970;
+    now->tv_sec = static_cast<long>(hundred_ns / 10000000);
+    now->tv_usec = static_cast<long>(hundred_ns % 10000000 / 10);
+    return 0;
+}
 
 [[noreturn, gnu::used]] void program_start() {
     constexpr int console_program = 1;
