@@ -16,7 +16,7 @@ constexpr char LABEL_AND_VERSION[] = "QUORVEL_VERSION=\0" QVL_VERSION;
 const char *const label = LABEL_AND_VERSION;
 const char *const version = LABEL_AND_VERSION + sizeof "QUORVEL_VERSION=";
 
-void just_to_add_version_to_binary() {
+[[gnu::used]] void just_to_add_version_to_binary() {
     const text_ptr joined = format_text("%s%s", label, version);
 }
 

@@ -144,11 +144,12 @@ child_arguments joined_arguments(char *const *texts, int count) {
 
 int run_child(const char *command, const child_arguments &arguments) {
     const text_ptr command_line = format_text("%s%s", command, arguments.text.get());
-    JLI_TraceLauncher("OUTPUT COMMAND:\n");
-    JLI_TraceLauncher("---------------\n");
-    JLI_TraceLauncher("%s\n\n", command_line.get());
-    JLI_TraceLauncher("\n\n");
-    JLI_TraceLauncher("EXECUTING %s PROCESS ......\n\n", current_launch_mode().process);
+    JLI_TraceLauncher("OUTPUT COMMAND:\n"
+                      "---------------\n"
+                      "%s\n\n"
+                      "\n\n"
+                      "EXECUTING %s PROCESS ......\n\n",
+                      command_line.get(), current_launch_mode().process);
 
     DWORD error;
     HANDLE job = create_job(&error);

@@ -38,7 +38,8 @@ void preset_settings() {
         }
         if (row.text != nullptr) {
             *row.text = new_state_text();
-            append_to_state_text(*row.text, row.preset);
+            append_to_state_text(*row.text,
+                                 row.kind == value_kind::mode ? DEFAULT_LAUNCH_MODE : "");
         }
         if (row.argument != nullptr) {
             *row.argument = new_state_text();
@@ -59,10 +60,10 @@ void load_value(config_loading &loading, const setting &row, text_ptr value) {
         }
         loaded = row.text == nullptr ? value_of_load.get() : *row.text;
         prepend_launcher_home_to_relative_path(value.get(), loaded);
-    } else if (row.list.slots != nullptr) {
+    } else if (row.list != nullptr) {
         const bool is_quoted = row.kind == value_kind::quoted_list;
         const char *quote = is_quoted ? "\"" : "";
-        split(loaded, row.list.slots, row.list.count, quote, quote, is_quoted ? "\" \"" : "=");
+        split(loaded, row.list->slots, row.list->count, quote, quote, is_quoted ? "\" \"" : "=");
         value_of_load = std::move(value);
     }
     if (row.argument != nullptr && !is_empty) {
@@ -98,8 +99,7 @@ void read_lines(config_loading &loading, FILE *file) {
 }
 
 void warn_of_unreadable_file(const char *config_path) {
-    JLI_TraceLauncher("WARNING: Problem loading configuration file: %s\n", config_path);
-    JLI_TraceLauncher("\n");
+    JLI_TraceLauncher("WARNING: Problem loading configuration file: %s\n\n", config_path);
 }
 
 void warn_of_refused_mode(const setting &row) {
@@ -137,10 +137,10 @@ bool dump_setting(const config_loading &loading, const setting &row) {
     if (row.dump_more != nullptr) {
         row.dump_more();
     }
-    const option_list &list = row.list;
-    for (int i = 0; list.count != nullptr && i < *list.count; i++) {
-        JLI_TraceLauncher("        %s[ %d ]:%*s%s\n", list.entry_label, i, list.entry_gap, "",
-                          list.slots[i]);
+    const option_list *list = row.list;
+    for (int i = 0; list != nullptr && i < *list->count; i++) {
+        JLI_TraceLauncher("        %s[ %d ]:%*s%s\n", list->entry_label, i, list->entry_gap, "",
+                          list->slots[i]);
     }
     return true;
 }
@@ -150,10 +150,11 @@ void dump_configuration(const config_loading &loading) {
         return; // the time alone, with its zone, would be dearer than the rest of a silent start
     }
     display_banner();
-    JLI_TraceLauncher("%s\n", get_current_time_str());
-    JLI_TraceLauncher("Launcher PID = %d\n\n", static_cast<int>(getpid()));
-    JLI_TraceLauncher("LAUNCHER CONFIGURATION LOADED\n");
-    JLI_TraceLauncher("-----------------------------\n");
+    JLI_TraceLauncher("%s\n"
+                      "Launcher PID = %d\n\n"
+                      "LAUNCHER CONFIGURATION LOADED\n"
+                      "-----------------------------\n",
+                      get_current_time_str(), static_cast<int>(getpid()));
     dump_value("config_path:", loading.config_path.get());
     dump_value("os_name:", os_name);
     dump_value("launch_mode:", launch_mode);

@@ -21,8 +21,9 @@ void fall_back_on_env_var(const char *name, char **home) {
     const text_ptr title = format_text("Get %s from environment", name);
     text_ptr underline = copy_text(title.get());
     memset(underline.get(), '-', strlen(title.get()));
-    JLI_TraceLauncher("%s\n", title.get());
-    JLI_TraceLauncher("%s\n", underline.get());
+    JLI_TraceLauncher("%s\n"
+                      "%s\n",
+                      title.get(), underline.get());
     const text_ptr value = read_environment(name);
     if (value == nullptr) {
         JLI_TraceLauncher("    $%s not set in environment\n", name);

@@ -11,9 +11,10 @@ char *processArg(const char *arg) {
     char *processed = (quoted ? format_text("\"%s\"", arg) : copy_text(arg)).release();
     append_entry(processedArg, &processedArgCount, processed);
     if (quoted) {
-        JLI_TraceLauncher("QUOTING WINDOWS ARG DUE TO SPACES:\n");
-        JLI_TraceLauncher("    Before: %s\n", arg);
-        JLI_TraceLauncher("    After:  %s\n\n", processed);
+        JLI_TraceLauncher("QUOTING WINDOWS ARG DUE TO SPACES:\n"
+                          "    Before: %s\n"
+                          "    After:  %s\n\n",
+                          arg, processed);
     }
     return processed;
 }

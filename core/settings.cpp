@@ -17,9 +17,9 @@ namespace {
 text_ptr log_file_name() {
     timeval now = {};
     gettimeofday(&now, nullptr);
-    const double milliseconds =
-        static_cast<double>(now.tv_sec) * 1000.0 + static_cast<double>(now.tv_usec) / 1000.0;
-    const unsigned long stamp = static_cast<uint32_t>(static_cast<uint64_t>(milliseconds));
+    const uint64_t milliseconds =
+        static_cast<uint64_t>(now.tv_sec) * 1000 + static_cast<uint64_t>(now.tv_usec) / 1000;
+    const unsigned long stamp = static_cast<uint32_t>(milliseconds);
     return format_text("%cjlp_ts%lu_pid%d.log", file_separator, stamp, static_cast<int>(getpid()));
 }
 
@@ -46,9 +46,9 @@ bool open_log_file(const setting &, char *path) {
     return true;
 }
 
-bool set_launch_mode(const setting &row, char *value) {
+bool set_launch_mode(const setting &, char *value) {
     const bool is_taken = !is_native_invocation && !launch_mode_of(value).name.empty();
-    assign_text(&launch_mode, is_taken ? value : row.preset);
+    assign_text(&launch_mode, is_taken ? value : DEFAULT_LAUNCH_MODE);
     use_advanced_launch_mode = current_launch_mode().rules == argument_rules::advanced ? 1 : 0;
     return is_taken;
 }
@@ -63,13 +63,21 @@ void dump_allow_vm_option() {
 
 // The limit of a list is what its array holds.
 template <int slot_count>
-constexpr setting list_row(const char *key, value_kind kind, int label_width, const char *label,
-                           char *(&slots)[slot_count], int &count, const char *entry_label,
-                           int entry_gap, char **argument = nullptr,
-                           const char *argument_format = nullptr, void (*dump_more)() = nullptr) {
-    const option_list list = {slots, &count, slot_count, entry_label, entry_gap};
-    return {key, kind, label_width, label, nullptr, argument, argument_format, list, dump_more};
+constexpr option_list list_of(char *(&slots)[slot_count], int &count, const char *entry_label,
+                              int entry_gap) {
+    return {slots, &count, slot_count, entry_label, entry_gap};
 }
+
+constexpr option_list NON_PATH_OPTIONS =
+    list_of(non_path_options_array, non_path_options_count, "non_path_options_array", 2);
+constexpr option_list ALLOW_VM_OPTIONS =
+    list_of(allow_vm_properties_array, allow_vm_properties_count, "allow_vm_properties_array", 2);
+constexpr option_list IGNORE_OPTIONS =
+    list_of(ignore_properties_array, ignore_properties_count, "ignore_properties_array", 2);
+constexpr option_list JVM_OPTIONS =
+    list_of(jvm_options_array, jvm_options_count, "jvm_options_array", 10);
+constexpr option_list CONTAINER_OPTIONS =
+    list_of(container_options_array, container_options_count, "container_options_array", 4);
 
 } // namespace
 
@@ -78,11 +86,7 @@ bool (*open_trace_log)(const char *path) = open_log;
 using enum value_kind;
 
 constexpr setting SETTINGS[] = {
-    {.key = "LAUNCH_MODE",
-     .kind = mode,
-     .text = &launch_mode,
-     .preset = DEFAULT_LAUNCH_MODE,
-     .apply = set_launch_mode},
+    {.key = "LAUNCH_MODE", .kind = mode, .text = &launch_mode, .apply = set_launch_mode},
     {.key = "SHOW_START", .kind = toggle, .apply = show_start},
     {.key = "TRANSPARENT", .kind = toggle, .label = "transparent:", .flag = &is_transparent},
     {.key = "REWRITE_ARGUMENTS",
@@ -98,17 +102,31 @@ constexpr setting SETTINGS[] = {
     {"QUORVEL_PROPERTIES_FILE", path, 38, "quorvel_properties_arg:", &quorvel_properties_file,
      &quorvel_properties_arg, "-Dcom.quorvel.QuorvelProperties=%s"},
     {"QUORVEL_NATIVE_AGENT", path, 38, "quorvel_library_path:", &quorvel_library_path},
-    list_row("NON_PATH_OPTIONS", list, 35, "non_path_options_value:", non_path_options_array,
-             non_path_options_count, "non_path_options_array", 2),
-    list_row("ALLOW_VM_OPTIONS", list, 38, "allow_vm_properties_value:", allow_vm_properties_array,
-             allow_vm_properties_count, "allow_vm_properties_array", 2, &allow_vm_properties_option,
-             "-Dcom.quorvel.AllowVMProperties=%s", dump_allow_vm_option),
-    list_row("IGNORE_OPTIONS", list, 36, "ignore_properties_value:", ignore_properties_array,
-             ignore_properties_count, "ignore_properties_array", 2),
-    list_row("JVM_OPTIONS", quoted_list, 38, "jvm_options_value:", jvm_options_array,
-             jvm_options_count, "jvm_options_array", 10),
-    list_row("CONTAINER_OPTIONS", quoted_list, 38, "container_options_value:",
-             container_options_array, container_options_count, "container_options_array", 4),
+    {.key = "NON_PATH_OPTIONS",
+     .kind = list,
+     .label_width = 35,
+     .label = "non_path_options_value:",
+     .list = &NON_PATH_OPTIONS},
+    {.key = "ALLOW_VM_OPTIONS",
+     .kind = list,
+     .label = "allow_vm_properties_value:",
+     .argument = &allow_vm_properties_option,
+     .argument_format = "-Dcom.quorvel.AllowVMProperties=%s",
+     .list = &ALLOW_VM_OPTIONS,
+     .dump_more = dump_allow_vm_option},
+    {.key = "IGNORE_OPTIONS",
+     .kind = list,
+     .label_width = 36,
+     .label = "ignore_properties_value:",
+     .list = &IGNORE_OPTIONS},
+    {.key = "JVM_OPTIONS",
+     .kind = quoted_list,
+     .label = "jvm_options_value:",
+     .list = &JVM_OPTIONS},
+    {.key = "CONTAINER_OPTIONS",
+     .kind = quoted_list,
+     .label = "container_options_value:",
+     .list = &CONTAINER_OPTIONS},
 };
 static_assert(SETTINGS[SETTING_COUNT - 1].key != nullptr, "SETTING_COUNT exceeds the rows");
 

@@ -29,18 +29,17 @@ struct setting {
     // line, and does not count where the dump warns that no property is set.
     int label_width = 38;
     const char *label = nullptr;
-    // Where the value is kept: a text of TEXT_SIZE bytes, which each load allocates with the
-    // preset; a list; a flag, which each load sets to 0, and the last line sets unless a native
-    // host starts. Otherwise the value lasts as long as the load.
+    // Where the value is kept: a text of TEXT_SIZE bytes, which each load allocates, empty but for
+    // the default mode; a list; a flag, which each load sets to 0, and the last line sets unless a
+    // native host starts. Otherwise the value lasts as long as the load.
     char **text = nullptr;
     // The property that tells Java, made of each value that is not empty; allocated empty.
     char **argument = nullptr;
     const char *argument_format = nullptr;
-    option_list list = {};
+    const option_list *list = nullptr;
     // Traces what stands in the dump between the value and the list's entries.
     void (*dump_more)() = nullptr;
     int *flag = nullptr;
-    const char *preset = "";
     // What is special about the key: called for each line, of a toggle each that is on, with the
     // trimmed value, or of a path with the buffer that keeps it; false when the value is refused.
     bool (*apply)(const setting &row, char *value) = nullptr;

@@ -31,8 +31,8 @@ state_array describe(char **array) {
         }
     }
     for (const setting &row : SETTINGS) {
-        if (row.list.slots == array) {
-            return {array, row.list.limit, row.key, " entries"};
+        if (row.list != nullptr && row.list->slots == array) {
+            return {array, row.list->limit, row.key, " entries"};
         }
     }
     return {array, ARGUMENT_SLOTS, "entries"};

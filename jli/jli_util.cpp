@@ -30,6 +30,15 @@ char *joined(JLI_List list, std::string_view separator) {
 
 } // namespace
 
+bool is_one_of(const std::string_view *names, size_t count, const std::string_view &arg) {
+    for (size_t i = 0; i < count; i++) {
+        if (arg == names[i]) {
+            return true;
+        }
+    }
+    return false;
+}
+
 JLI_List JLI_List_new(size_t capacity) {
     JLI_List list = static_cast<JLI_List>(JLI_MemAlloc(sizeof(JLI_List_)));
     list->elements = static_cast<char **>(JLI_MemAlloc(capacity * sizeof(char *)));

@@ -3,7 +3,6 @@
 
 // The options of a Java command line that the toolkit knows, by class.
 
-#include <span>
 #include <string_view>
 
 constexpr std::string_view CLASS_PATH_OPTIONS[] = {"-classpath", "-cp", "--class-path"};
@@ -33,13 +32,11 @@ constexpr std::string_view TERMINAL_OPTIONS[] = {
 constexpr char MODULE_PREFIX[] = "--module=";
 constexpr char DISABLE_ARG_FILES_OPTION[] = "--disable-@files";
 
-inline bool is_one_of(std::span<const std::string_view> names, std::string_view arg) {
-    for (const std::string_view name : names) {
-        if (arg == name) {
-            return true;
-        }
-    }
-    return false;
+bool is_one_of(const std::string_view *names, size_t count, const std::string_view &arg);
+
+template <size_t count>
+bool is_one_of(const std::string_view (&names)[count], const std::string_view &arg) {
+    return is_one_of(names, count, arg);
 }
 
 #endif

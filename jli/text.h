@@ -9,6 +9,7 @@
 #include <cstdlib>
 #include <cstring>
 #include <memory>
+#include <span>
 #include <string_view>
 
 #include "jli/memory.h"
@@ -34,6 +35,10 @@ inline bool is_set(const char *text) {
 
 // `text` without the white space around it.
 std::string_view trimmed(std::string_view text);
+
+// Whether `text` begins with `prefix`, or with one of them; null ones are passed over.
+bool begins_with(const char *text, const char *prefix);
+bool begins_with_any(const char *text, std::span<const char *const> prefixes);
 
 text_ptr copy_text(std::string_view text);
 

@@ -19,9 +19,9 @@
 namespace {
 
 void trace_input_command(int argc, char **argv) {
-    JLI_TraceLauncher("INPUT COMMAND:\n");
-    JLI_TraceLauncher("--------------\n");
-    JLI_TraceLauncher("    ");
+    JLI_TraceLauncher("INPUT COMMAND:\n"
+                      "--------------\n"
+                      "    ");
     for (int i = 0; i < argc; i++) {
         JLI_TraceLauncher("%s", argv[i]);
         if (i < argc - 1) {
@@ -32,13 +32,13 @@ void trace_input_command(int argc, char **argv) {
 }
 
 void trace_key_directories(const char *executable_file_path) {
-    JLI_TraceLauncher("KEY DIRECTORIES:\n");
-    JLI_TraceLauncher("--------------\n");
-    JLI_TraceLauncher("    executable_file_path = %s\n", executable_file_path);
-    JLI_TraceLauncher("    executable_dir       = %s\n", executable_dir);
-    JLI_TraceLauncher("    bin_dir              = %s\n", bin_dir);
-    JLI_TraceLauncher("    launcher_home        = %s\n", launcher_home);
-    JLI_TraceLauncher("\n");
+    JLI_TraceLauncher("KEY DIRECTORIES:\n"
+                      "--------------\n"
+                      "    executable_file_path = %s\n"
+                      "    executable_dir       = %s\n"
+                      "    bin_dir              = %s\n"
+                      "    launcher_home        = %s\n\n",
+                      executable_file_path, executable_dir, bin_dir, launcher_home);
 }
 
 text_ptr own_line() {

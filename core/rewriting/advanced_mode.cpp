@@ -4,11 +4,12 @@
 #include "core/rewriting/java_options.h"
 #include "core/rewriting/jvm_env_vars.h"
 #include "core/rewriting/option_filters.h"
+#include "jli/text.h"
 
 namespace {
 
 // Properties of both sides.
-constexpr std::string_view NETWORK_AND_ENCODING[] = {
+constexpr const char *NETWORK_AND_ENCODING[] = {
     "-Djava.net.preferIPv",
     "-Dsun.net.inetaddr.ttl=",
     "-Dnetworkaddress.cache.ttl=",
@@ -18,11 +19,10 @@ constexpr std::string_view NETWORK_AND_ENCODING[] = {
 };
 
 // Properties of the host.
-constexpr std::string_view QUORVEL_PROPERTIES[] = {"-Dquorvel:", "-Dcom.quorvel."};
+constexpr const char *QUORVEL_PROPERTIES[] = {"-Dquorvel:", "-Dcom.quorvel."};
 
 // Every other property, and what the guest's user asks its JVM for.
-constexpr std::string_view GUEST_OPTIONS[] = {"-D",         "-help",    "-?",
-                                              "-javaagent", "-manpage", "-version"};
+constexpr const char *GUEST_OPTIONS[] = {"-D", "-help", "-?", "-javaagent", "-manpage", "-version"};
 
 // To the guest, and to the host as well where it is allowed to have them.
 void place_guest_option(const argument_list &host, const argument_list &guest, const char *arg) {
@@ -74,7 +74,7 @@ void process_single_arg_for_advanced(const char *arg, char **host, int *host_cou
         apply_configured_container_options(guest, guest_count, host, host_count);
         place(to_guest, arg);
         *main_class_found = 1;
-    } else if (begins_with_any(text, NETWORK_AND_ENCODING)) {
+    } else if (begins_with_any(arg, NETWORK_AND_ENCODING)) {
         place(to_host, arg);
         place(to_guest, arg);
     } else if (text.starts_with("-fullversion")) {
@@ -82,13 +82,13 @@ void process_single_arg_for_advanced(const char *arg, char **host, int *host_cou
         place_constant(to_guest, "-version");
     } else if (is_heap_size_in_megabytes(arg)) {
         place_heap_size(to_host, arg);
-    } else if (begins_with_any(text, QUORVEL_PROPERTIES)) {
+    } else if (begins_with_any(arg, QUORVEL_PROPERTIES)) {
         if (text.starts_with("-Dcom.quorvel.rules.local")) {
             place_rules_property(to_host, arg, rule_file_arg_added);
         } else {
             place(to_host, arg);
         }
-    } else if (begins_with_any(text, GUEST_OPTIONS) || is_xbootclasspath_arg(arg)) {
+    } else if (begins_with_any(arg, GUEST_OPTIONS) || is_xbootclasspath_arg(arg)) {
         place_guest_option(to_host, to_guest, arg);
     } else {
         place(to_host, arg);

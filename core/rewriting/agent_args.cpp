@@ -101,9 +101,9 @@ int initialize_agentlib_env() {
     if (!set_traced("Path", new_path.get())) {
         return FAILURE;
     }
-    JLI_TraceLauncher("LIBRARY ENVIRONMENT SETTING:\n");
-    JLI_TraceLauncher("----------------------------\n");
-    JLI_TraceLauncher("%%Path%%: %s\n", new_path.get());
-    JLI_TraceLauncher("\n");
+    JLI_TraceLauncher("LIBRARY ENVIRONMENT SETTING:\n"
+                      "----------------------------\n"
+                      "%%Path%%: %s\n\n",
+                      new_path.get());
     return SUCCESS;
 }

@@ -43,15 +43,6 @@ void place_constant(const argument_list &list, const char *text) {
     append_entry(list.entries, list.count, const_cast<char *>(text));
 }
 
-bool begins_with_any(std::string_view arg, std::span<const std::string_view> prefixes) {
-    for (const std::string_view prefix : prefixes) {
-        if (arg.starts_with(prefix)) {
-            return true;
-        }
-    }
-    return false;
-}
-
 bool is_class_path_option(std::string_view arg) {
     return arg.starts_with("-cp") || arg.starts_with("-classpath") ||
            (is_host_java_9_plus && arg == "--class-path");

@@ -4,7 +4,6 @@
 // What the launch modes share: the classes of options that their tables speak of, and how an
 // argument is placed in a list. All but the constants read the launcher state.
 
-#include <span>
 #include <string_view>
 
 // One of the two lists that a command line is split into.
@@ -19,8 +18,6 @@ void place(const argument_list &list, const char *arg);
 
 // Appends a constant text itself.
 void place_constant(const argument_list &list, const char *text);
-
-bool begins_with_any(std::string_view arg, std::span<const std::string_view> prefixes);
 
 // "-cp" and "-classpath", whatever follows, and with a Java 9 or later host "--class-path": the
 // value is the next argument.

@@ -106,23 +106,22 @@ void process_jvm_env_var(const char *name) {
 
 void process_classpath_env_var(const char *new_home) {
     constexpr const char *name = "CLASSPATH";
-    JLI_TraceLauncher("Get %s from environment\n", name);
-    JLI_TraceLauncher("-----------------------------\n");
+    JLI_TraceLauncher("Get %s from environment\n"
+                      "-----------------------------\n",
+                      name);
     const text_ptr value = read_environment(name);
     if (value == nullptr) {
-        JLI_TraceLauncher("    $%s not set in environment\n", name);
-        JLI_TraceLauncher("\n");
+        JLI_TraceLauncher("    $%s not set in environment\n\n", name);
         return;
     }
-    JLI_TraceLauncher("    $%s set in environment: %s\n", name, value.get());
-    JLI_TraceLauncher("\n");
+    JLI_TraceLauncher("    $%s set in environment: %s\n\n", name, value.get());
     set_variable_or_exit(name, moved_value(value.get(), new_home));
 }
 
 void set_jvm_env_var(const char *name, const char *value) {
     set_variable_or_exit(name, value);
-    JLI_TraceLauncher("JVM ENVIRONMENT SETTING:\n");
-    JLI_TraceLauncher("------------------------\n");
-    JLI_TraceLauncher("%%%s%%: %s\n", name, value);
-    JLI_TraceLauncher("\n");
+    JLI_TraceLauncher("JVM ENVIRONMENT SETTING:\n"
+                      "------------------------\n"
+                      "%%%s%%: %s\n\n",
+                      name, value);
 }

@@ -2,8 +2,9 @@
 
 #include <algorithm>
 #include <array>
+#include <climits>
 #include <cstring>
-#include <iterator>
+#include <span>
 #include <string_view>
 
 #include "core/jlp_vars.h"
@@ -12,115 +13,197 @@
 
 namespace {
 
-// The last byte first: it tells most entries apart that begin alike.
-bool begins_with(std::string_view text, std::string_view entry) {
-    return text.size() >= entry.size() && text[entry.size() - 1] == entry.back() &&
-           text.starts_with(entry);
-}
-
 // No constant expression may call this: it is how the compiler names the fault in a table.
 [[maybe_unused]] void error_entry_can_never_match() {}
 
-// A hash table. All entries share a prefix; the hash covers the bytes after it, as many as the
-// shortest entry has. Entries with the same hash are chained in the table's order.
-template <size_t Size>
-class prefix_table {
-public:
-    // Arguments that begin with one of `elsewhere` are not held against this table.
-    consteval prefix_table(const char *const (&table)[Size], std::string_view common,
-                           std::initializer_list<std::string_view> elsewhere = {})
-        : common_length(common.size()) {
-        for (size_t i = 0; i < Size - 1; i++) {
-            const std::string_view entry = table[i];
-            bool can_match = entry.starts_with(common) && entry.size() > common_length;
-            for (const std::string_view prefix : elsewhere) {
-                can_match = can_match && !entry.starts_with(prefix);
-            }
-            if (!can_match) {
-                error_entry_can_never_match();
-            }
-            entries[i] = table[i] + common_length;
-            hashed_length = std::min(hashed_length, entries[i].size());
+consteval void require_match(bool can_match) {
+    if (!can_match) {
+        error_entry_can_never_match();
+    }
+}
+
+// The table without its end. Each entry begins with `start`, and none with one of `elsewhere`:
+// arguments that do are not held against this table.
+consteval std::span<const char *const>
+entries_of(std::span<const char *const> table, std::string_view start,
+           std::initializer_list<std::string_view> elsewhere = {}) {
+    const auto entries = table.first(table.size() - 1);
+    for (const std::string_view entry : entries) {
+        require_match(entry.starts_with(start) && entry.size() > start.size());
+        for (const std::string_view prefix : elsewhere) {
+            require_match(!entry.starts_with(prefix));
         }
-        first_with.fill(NONE);
-        for (size_t i = Size - 1; i-- > 0;) {
-            unsigned char &first = first_with[hash_of(entries[i])];
-            next_with_same[i] = first;
-            first = static_cast<unsigned char>(i);
+    }
+    return entries;
+}
+
+constexpr auto ALWAYS_IGNORED = entries_of(IGNORE_ARGS, "-Xshare:");
+constexpr auto OBSOLETE = entries_of(JVM_11_OBSOLETE_HOST_ARGS, "-", {"-X"});
+constexpr auto OBSOLETE_X = entries_of(JVM_11_OBSOLETE_HOST_X_ARGS, "-X", {"-XX:"});
+constexpr auto OBSOLETE_XX = entries_of(JVM_11_OBSOLETE_HOST_XX_ARGS, "-XX:", {"-XX:+", "-XX:-"});
+// No flag's name begins with a sign: it stands before the name.
+constexpr auto OBSOLETE_XX_FLAGS = entries_of(JVM_11_OBSOLETE_HOST_XX_BOOL_ARGS, "", {"+", "-"});
+
+// Where a name of the last two tables matches.
+enum form : unsigned char {
+    FLAG = 1,   // after a sign
+    OPTION = 2, // after "-XX:", with "=" behind it
+    WHOLE = 4,  // after "-XX:", whatever is behind it
+};
+
+struct obsolete_name {
+    std::string_view text;
+    unsigned char forms = 0;
+};
+
+// The names of both tables. Most flags are options too: their names stand here once.
+struct obsolete_names {
+    std::array<obsolete_name, OBSOLETE_XX.size() + OBSOLETE_XX_FLAGS.size()> all{};
+    size_t count = 0;
+
+    consteval obsolete_names() {
+        for (std::string_view option : OBSOLETE_XX) {
+            option.remove_prefix(std::size("-XX:") - 1);
+            const bool takes_any_value = option.ends_with('=');
+            option.remove_suffix(takes_any_value ? 1 : 0);
+            add(option, takes_any_value ? OPTION : WHOLE);
+        }
+        for (const std::string_view flag : OBSOLETE_XX_FLAGS) {
+            add(flag, FLAG);
         }
     }
 
-    // Whether `arg`, which begins with what is common to the entries, begins with one of them.
-    bool holds_start_of(const char *arg) const {
-        const std::string_view rest(arg + common_length);
-        if (rest.size() < hashed_length) {
+    consteval void add(std::string_view text, form as) {
+        require_match(text.size() <= CHAR_MAX);
+        size_t i = 0;
+        while (i < count && all[i].text != text) {
+            i++;
+        }
+        all[i].text = text;
+        all[i].forms |= as;
+        count = std::max(count, i + 1);
+    }
+
+    consteval size_t shortest() const {
+        size_t length = 8; // as many bytes tell enough names apart
+        for (size_t i = 0; i < count; i++) {
+            length = std::min(length, all[i].text.size());
+        }
+        return length;
+    }
+
+    consteval size_t text_size() const {
+        size_t size = 0;
+        for (size_t i = 0; i < count; i++) {
+            size += 2 + all[i].text.size();
+        }
+        return size;
+    }
+};
+
+// The last byte first: it tells most names apart that begin alike.
+bool begins_with_name(std::string_view text, std::string_view name) {
+    return text.size() >= name.size() && text[name.size() - 1] == name.back() &&
+           text.starts_with(name);
+}
+
+// The forms that a name of this length takes at the beginning of `rest`.
+int forms_at(std::string_view rest, size_t length, bool after_sign) {
+    if (after_sign) {
+        return FLAG;
+    }
+    return rest.size() > length && rest[length] == '=' ? OPTION | WHOLE : WHOLE;
+}
+
+// The names as the executable holds them, without a pointer to each, which would take more room
+// than they do: a hash table whose buckets lie one after the other in one text, each name behind
+// its forms and its length. The hash covers as many bytes as the shortest name has.
+class name_table {
+public:
+    consteval name_table() {
+        std::array<size_t, NAMES.all.size()> buckets{};
+        for (size_t i = 0; i < NAMES.count; i++) {
+            buckets[i] = bucket_of(NAMES.all[i].text);
+        }
+        size_t end = 0;
+        for (size_t bucket = 0; bucket < BUCKETS; bucket++) {
+            starts[bucket] = static_cast<unsigned short>(end);
+            for (size_t i = 0; i < NAMES.count; i++) {
+                if (buckets[i] == bucket) {
+                    end = put(NAMES.all[i], end);
+                }
+            }
+        }
+        starts[BUCKETS] = static_cast<unsigned short>(end);
+    }
+
+    // Whether `rest`, what follows "-XX:" or the sign, begins with a name that matches there.
+    bool holds_start_of(std::string_view rest, bool after_sign) const {
+        if (rest.size() < HASHED) {
             return false;
         }
-        unsigned char i = first_with[hash_of(rest)];
-        while (i != NONE && !begins_with(rest, entries[i])) {
-            i = next_with_same[i];
+        const size_t bucket = bucket_of(rest);
+        for (size_t at = starts[bucket]; at < starts[bucket + 1];) {
+            const int forms = text[at];
+            const std::string_view name(&text[at + 2], static_cast<size_t>(text[at + 1]));
+            if ((forms & forms_at(rest, name.size(), after_sign)) != 0 &&
+                begins_with_name(rest, name)) {
+                return true;
+            }
+            at += 2 + name.size();
         }
-        return i != NONE;
+        return false;
     }
 
 private:
-    static constexpr unsigned char NONE = 255;
-    static_assert(Size <= NONE);
+    static constexpr obsolete_names NAMES{};
+    static constexpr size_t BUCKETS = 64;
+    static constexpr size_t HASHED = NAMES.shortest();
 
-    constexpr unsigned char hash_of(std::string_view text) const {
-        unsigned hash = 0;
-        for (size_t i = 0; i < hashed_length; i++) {
+    // Returned is where the next goes.
+    consteval size_t put(const obsolete_name &name, size_t at) {
+        text[at] = static_cast<char>(name.forms);
+        text[at + 1] = static_cast<char>(name.text.size());
+        std::ranges::copy(name.text, &text[at + 2]);
+        return at + 2 + name.text.size();
+    }
+
+    static constexpr size_t bucket_of(std::string_view text) {
+        size_t hash = 0;
+        for (size_t i = 0; i < HASHED; i++) {
             hash = 5 * hash + static_cast<unsigned char>(text[i]);
         }
-        return static_cast<unsigned char>(hash);
+        return hash % BUCKETS;
     }
 
-    size_t common_length;
-    size_t hashed_length = 8;
-    std::array<std::string_view, Size> entries{};
-    std::array<unsigned char, Size> next_with_same{};
-    std::array<unsigned char, 256> first_with{};
+    std::array<unsigned short, BUCKETS + 1> starts{};
+    std::array<char, NAMES.text_size()> text{};
 };
 
-constexpr prefix_table ALWAYS_IGNORED(IGNORE_ARGS, "-Xshare:");
-constexpr prefix_table OBSOLETE(JVM_11_OBSOLETE_HOST_ARGS, "-", {"-X"});
-constexpr prefix_table OBSOLETE_X(JVM_11_OBSOLETE_HOST_X_ARGS, "-X", {"-XX:"});
-constexpr prefix_table OBSOLETE_XX(JVM_11_OBSOLETE_HOST_XX_ARGS, "-XX:", {"-XX:+", "-XX:-"});
-// No flag's name begins with a sign: it stands before the name.
-constexpr prefix_table OBSOLETE_XX_FLAGS(JVM_11_OBSOLETE_HOST_XX_BOOL_ARGS, "", {"+", "-"});
+constexpr name_table OBSOLETE_NAMES;
 
-bool begins_with_entry(std::string_view text, char *const *entries, int count) {
-    for (int i = 0; i < count; i++) {
-        if (entries[i] != nullptr && text.starts_with(entries[i])) {
-            return true;
-        }
-    }
-    return false;
+std::span<const char *const> configured(char *const *entries, int count) {
+    return {entries, static_cast<size_t>(count)};
 }
 
 // An argument is held against one table only, the one for options that begin as it does.
 bool is_obsolete(const char *arg) {
-    const std::string_view text(arg);
-    if (text.starts_with("-XX:+") || text.starts_with("-XX:-")) {
-        return OBSOLETE_XX_FLAGS.holds_start_of(arg + strlen("-XX:+"));
+    if (!begins_with(arg, "-X")) {
+        return *arg == '-' && begins_with_any(arg, OBSOLETE);
     }
-    if (text.starts_with("-XX:")) {
-        return OBSOLETE_XX.holds_start_of(arg);
+    if (!begins_with(arg, "-XX:")) {
+        return begins_with_any(arg, OBSOLETE_X);
     }
-    if (text.starts_with("-X")) {
-        return OBSOLETE_X.holds_start_of(arg);
-    }
-    return text.starts_with("-") && OBSOLETE.holds_start_of(arg);
+    const char *rest = arg + strlen("-XX:");
+    const bool has_sign = *rest == '+' || *rest == '-';
+    return OBSOLETE_NAMES.holds_start_of(has_sign ? rest + 1 : rest, has_sign);
 }
 
 } // namespace
 
 int is_ignore_property(const char *arg, int check_obsolete) {
-    const std::string_view text(arg);
-    if (begins_with_entry(text, ignore_properties_array, ignore_properties_count)) {
-        return 1;
-    }
-    if (text.starts_with("-Xshare:") && ALWAYS_IGNORED.holds_start_of(arg)) {
+    if (begins_with_any(arg, configured(ignore_properties_array, ignore_properties_count)) ||
+        begins_with_any(arg, ALWAYS_IGNORED)) {
         return 1;
     }
     if (!check_obsolete || !is_obsolete(arg)) {
@@ -131,17 +214,14 @@ int is_ignore_property(const char *arg, int check_obsolete) {
 }
 
 int is_arg_allowed_vm_property(const char *arg) {
-    return begins_with_entry(arg + strlen("-D"), allow_vm_properties_array,
-                             allow_vm_properties_count);
+    return begins_with_any(arg + strlen("-D"),
+                           configured(allow_vm_properties_array, allow_vm_properties_count));
 }
 
 int is_non_path_option(const char *arg) {
-    std::string_view text(arg);
-    if (!text.starts_with("-D")) {
-        return 0;
-    }
-    text.remove_prefix(strlen("-D"));
-    if (!begins_with_entry(text, non_path_options_array, non_path_options_count)) {
+    if (!begins_with(arg, "-D") ||
+        !begins_with_any(arg + strlen("-D"),
+                         configured(non_path_options_array, non_path_options_count))) {
         return 0;
     }
     JLI_TraceLauncher("the following arg will not be treated as a path or list of paths '%s'\n",
@@ -150,15 +230,13 @@ int is_non_path_option(const char *arg) {
 }
 
 int is_possible_path_arg(const char *arg) {
-    return !is_non_path_option(arg) && std::string_view(arg).starts_with("-D") ? 1 : 0;
+    return !is_non_path_option(arg) && begins_with(arg, "-D") ? 1 : 0;
 }
 
 int is_xbootclasspath_arg(const char *arg) {
-    const std::string_view text(arg);
-    return text.starts_with("-Xbootclasspath:") || text.starts_with("-Xbootclasspath/p:") ||
-                   text.starts_with("-Xbootclasspath/a:")
-               ? 1
-               : 0;
+    constexpr const char *FORMS[] = {
+        "-Xbootclasspath:", "-Xbootclasspath/p:", "-Xbootclasspath/a:"};
+    return begins_with_any(arg, FORMS) ? 1 : 0;
 }
 
 char *convertXrunToAgentLib(const char *arg) {

@@ -74,15 +74,15 @@ void append_patch_module() {
         return;
     }
     place(LHS, format_text("--patch-module=java.base=%s", file.get()).get());
-    JLI_TraceLauncher("ADDED PATCH MODULE ARG:\n");
-    JLI_TraceLauncher("-----------------------\n");
-    JLI_TraceLauncher("      %s\n", lhs[lhs_count - 1]);
-    JLI_TraceLauncher("\n");
+    JLI_TraceLauncher("ADDED PATCH MODULE ARG:\n"
+                      "-----------------------\n"
+                      "      %s\n\n",
+                      lhs[lhs_count - 1]);
 }
 
 void append_internal_packages() {
-    JLI_TraceLauncher("ADDED SECURE/PATCH JAVA 9+ ARGS:\n");
-    JLI_TraceLauncher("--------------------------------\n");
+    JLI_TraceLauncher("ADDED SECURE/PATCH JAVA 9+ ARGS:\n"
+                      "--------------------------------\n");
     for (const char *option : INTERNAL_PACKAGE_OPTIONS) {
         place_constant(LHS, option);
         JLI_TraceLauncher("%s\n", option);

@@ -1,6 +1,7 @@
 #include "core/rewriting/path_rewriting.h"
 
 #include <cstring>
+#include <new>
 #include <optional>
 
 #include "core/config_text.h"
@@ -23,7 +24,7 @@ struct path_list_walk {
     text_buffer resolved;
 };
 
-std::optional<path_list_walk> shared_walk;
+path_list_walk *shared_walk = nullptr;
 
 // "C:" of a path with a drive, else empty.
 std::string_view drive_of(std::string_view path) {
@@ -117,9 +118,10 @@ void walk_components(path_list_walk &walk, text_buffer &result) {
 
 // Leaves the absolute form in walk.resolved.
 void resolve(path_list_walk &walk, const char *old_path) {
-    JLI_TraceLauncher("RESOLVE PATH:\n");
-    JLI_TraceLauncher("-------------\n");
-    JLI_TraceLauncher("   old_path: %s\n", old_path);
+    JLI_TraceLauncher("RESOLVE PATH:\n"
+                      "-------------\n"
+                      "   old_path: %s\n",
+                      old_path);
     text_ptr copy;
     if (strchr(old_path, '/') != nullptr) {
         copy = copy_text(old_path);
@@ -130,8 +132,7 @@ void resolve(path_list_walk &walk, const char *old_path) {
     make_absolute(walk, copy == nullptr ? old_path : copy.get());
     clear(walk.resolved);
     walk_components(walk, walk.resolved);
-    JLI_TraceLauncher("   old_path_abs: %s\n", walk.resolved.c_str());
-    JLI_TraceLauncher("\n");
+    JLI_TraceLauncher("   old_path_abs: %s\n\n", walk.resolved.c_str());
 }
 
 bool lies_below(std::string_view path, std::string_view home) {
@@ -144,22 +145,22 @@ void rewrite_path(path_list_walk &walk, const text_ptr &path, std::string_view o
     resolve(walk, path.get());
     const char *absolute = walk.resolved.c_str();
     if (!lies_below(absolute, old_home)) {
-        JLI_TraceLauncher("NOT TRANSFORMING PATH:\n");
-        JLI_TraceLauncher("----------------------\n");
-        JLI_TraceLauncher("   old_path: %s\n", path.get());
-        JLI_TraceLauncher("   new_path: %s\n", path.get());
-        JLI_TraceLauncher("\n");
+        JLI_TraceLauncher("NOT TRANSFORMING PATH:\n"
+                          "----------------------\n"
+                          "   old_path: %s\n"
+                          "   new_path: %s\n\n",
+                          path.get(), path.get());
         append(list, path.get());
         return;
     }
     const size_t start = list.length;
     append(list, new_home);
     append(list, absolute + old_home.size());
-    JLI_TraceLauncher("TRANSFORMING PATH:\n");
-    JLI_TraceLauncher("------------------\n");
-    JLI_TraceLauncher("   old_path_abs: %s\n", absolute);
-    JLI_TraceLauncher("   new_path: %s\n", list.c_str() + start);
-    JLI_TraceLauncher("\n");
+    JLI_TraceLauncher("TRANSFORMING PATH:\n"
+                      "------------------\n"
+                      "   old_path_abs: %s\n"
+                      "   new_path: %s\n\n",
+                      absolute, list.c_str() + start);
 }
 
 void rewrite_list(std::string_view paths, std::string_view old_home, const char *new_home,
@@ -167,7 +168,7 @@ void rewrite_list(std::string_view paths, std::string_view old_home, const char 
     const bool has_commas_alone = paths.find(path_separator) == std::string_view::npos;
     const char separator = has_commas_alone ? ',' : path_separator;
     std::optional<path_list_walk> own_walk;
-    path_list_walk &walk = shared_walk ? *shared_walk : own_walk.emplace();
+    path_list_walk &walk = shared_walk != nullptr ? *shared_walk : own_walk.emplace();
     while (true) {
         const size_t length = paths.find(separator);
         const bool is_last = length == std::string_view::npos;
@@ -194,17 +195,16 @@ char *replaceLauncherHomeWithRIHome(const char *arg, const char *old_home, const
         trace_label = {arg, name_length};
         append(list, {arg, name_length + 1});
     }
-    JLI_TraceLauncher("TRANSFORMING PATH LIST:\n");
-    JLI_TraceLauncher("-----------------------\n");
-    JLI_TraceLauncher("   property:  %.*s\n", static_cast<int>(trace_label.size()),
-                      trace_label.data());
-    JLI_TraceLauncher("   old_paths: %s\n", paths);
-    JLI_TraceLauncher("\n");
+    JLI_TraceLauncher("TRANSFORMING PATH LIST:\n"
+                      "-----------------------\n"
+                      "   property:  %.*s\n"
+                      "   old_paths: %s\n\n",
+                      static_cast<int>(trace_label.size()), trace_label.data(), paths);
     rewrite_list(paths, old_home, new_home, list);
-    JLI_TraceLauncher("TRANSFORM PATH LIST END:\n");
-    JLI_TraceLauncher("------------------------\n");
-    JLI_TraceLauncher("   newPathList: %s\n", list.c_str());
-    JLI_TraceLauncher("\n");
+    JLI_TraceLauncher("TRANSFORM PATH LIST END:\n"
+                      "------------------------\n"
+                      "   newPathList: %s\n\n",
+                      list.c_str());
     char *result = copy_text(list.view()).release();
     append_entry(newPathList, &newPathListCount, result);
     return result;
@@ -227,9 +227,11 @@ char *replace_char(char *text, char from, char to) {
 }
 
 shared_disk_queries::shared_disk_queries() {
-    shared_walk.emplace();
+    shared_walk = new (JLI_MemAlloc(sizeof(path_list_walk))) path_list_walk;
 }
 
 shared_disk_queries::~shared_disk_queries() {
-    shared_walk.reset();
+    shared_walk->~path_list_walk();
+    JLI_MemFree(shared_walk);
+    shared_walk = nullptr;
 }
