@@ -66,8 +66,8 @@ void release_configuration() {
     }
     loaded_text_count = 0;
     for (const setting &row : SETTINGS) {
-        if (row.list.slots != nullptr) {
-            release_entries(row.list.slots, row.list.count);
+        if (row.list != nullptr) {
+            release_entries(row.list->slots, row.list->count);
         }
     }
     for (JLI_List *list : {&allow_vm_properties_loaded, &ignore_properties_loaded}) {

@@ -1,9 +1,10 @@
 #include "jli/arg_bookkeeping.h"
 
-#include <array>
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
+#include <span>
 
 #include "jli/jli_util.h"
 #include "jli/option_names.h"
@@ -26,22 +27,16 @@ struct {
 
 // The bytes that follow the dash of an option that takes a value or is looked for below. Nearly all
 // options go on with another one: "-D", "-X".
-constexpr std::array<bool, 256> AFTER_DASH = [] {
-    std::array<bool, 256> bytes{};
-    const auto add = [&bytes](std::span<const std::string_view> names) {
-        for (const std::string_view name : names) {
-            bytes[static_cast<unsigned char>(name[1])] = true;
-        }
-    };
-    add(MODULE_OPTIONS);
-    add(CLASS_PATH_OPTIONS);
-    add(LAUNCHER_MAIN_OPTIONS);
-    add(DESCRIBE_MODULE_OPTIONS);
-    add(SOURCE_OPTIONS);
-    const std::string_view others[] = {MODULE_PREFIX, DISABLE_ARG_FILES_OPTION};
-    add(others);
-    return bytes;
-}();
+constexpr std::string_view AFTER_DASH = "-cdmp";
+
+consteval bool all_follow(std::span<const std::string_view> names) {
+    return std::ranges::all_of(names, [](std::string_view name) {
+        return AFTER_DASH.find(name[1]) != std::string_view::npos;
+    });
+}
+static_assert(all_follow(MODULE_OPTIONS) && all_follow(CLASS_PATH_OPTIONS) &&
+              all_follow(LAUNCHER_MAIN_OPTIONS) && all_follow(DESCRIBE_MODULE_OPTIONS) &&
+              all_follow(SOURCE_OPTIONS));
 
 } // namespace
 
@@ -71,7 +66,7 @@ void checkArg(const char *arg) {
     if (*arg != '-') {
         is_app_arg = !seen.expectingNoDashArg;
         seen.expectingNoDashArg = false;
-    } else if (!AFTER_DASH[static_cast<unsigned char>(arg[1])]) {
+    } else if (AFTER_DASH.find(arg[1]) == std::string_view::npos) {
         seen.expectingNoDashArg = false;
     } else if (IsWhiteSpaceOption(arg)) {
         // The name after --module or -m is no option value: it begins the application's arguments.
