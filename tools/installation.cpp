@@ -101,7 +101,7 @@ text_ptr own_home() {
 }
 
 const place *place_of(const char *name, bool is_launcher) {
-    const place *end = places + place_count;
+    place *const end = places + place_count;
     const place *found = std::find_if(places, end, [&](const place &each) {
         return (name == nullptr || strcasecmp(each.name.get(), name) == 0) &&
                (!is_launcher || each.version_held != nullptr);
