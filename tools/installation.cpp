@@ -160,7 +160,8 @@ text_ptr place_fault() {
 }
 
 text_ptr target_of(const place &each) {
-    if (launch_mode == nullptr || !is_directory(*current_launch_mode().java_home)) {
+    const char *home = *current_launch_mode().java_home;
+    if (launch_mode == nullptr || home == nullptr || !is_directory(home)) {
         return nullptr;
     }
     const text_ptr explained = copy_text(bin_dir);
