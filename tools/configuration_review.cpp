@@ -48,15 +48,21 @@ struct search {
     text_ptr found;
 };
 
-// launcher.cfg.txt, and names that are nearly right.
+// Names that begin or are nearly like the right one, and other endings of its kind.
+bool is_likely_name(const char *name) {
+    constexpr const char *OTHERS[] = {"launcher.conf", "launcher.config", "launcher.ini",
+                                      "launcher.txt"};
+    return strcmp(name, NAME) != 0 &&
+           (strncasecmp(name, NAME, strlen(NAME)) == 0 || unlikeness(name, NAME) <= LIKE ||
+            std::ranges::any_of(OTHERS,
+                                [&](const char *each) { return strcasecmp(name, each) == 0; }));
+}
+
 void take_likely_name(void *context, const char *name) {
-    const bool is_longer = strncasecmp(name, NAME, strlen(NAME)) == 0 && strcmp(name, NAME) != 0;
-    const bool is_like = unlikeness(name, NAME) <= LIKE && strcmp(name, NAME) != 0;
     search &looked_for = *static_cast<search *>(context);
-    const text_ptr path = format_text("%s\\%s", looked_for.folder, name);
-    if ((is_longer || is_like || strncasecmp(name, "launcher.", 9) == 0) && is_file(path.get()) &&
-        strcmp(name, NAME) != 0) {
-        looked_for.found = copy_text(path.get());
+    text_ptr path = format_text("%s\\%s", looked_for.folder, name);
+    if (is_likely_name(name) && is_file(path.get())) {
+        looked_for.found = std::move(path);
     }
 }
 

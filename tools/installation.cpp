@@ -101,8 +101,8 @@ text_ptr own_home() {
 }
 
 const place *place_of(const char *name, bool is_launcher) {
-    const auto end = places + place_count;
-    const auto found = std::find_if(places, end, [&](const place &each) {
+    place *const end = places + place_count;
+    const place *found = std::find_if(places, end, [&](const place &each) {
         return (name == nullptr || strcasecmp(each.name.get(), name) == 0) &&
                (!is_launcher || each.version_held != nullptr);
     });
@@ -160,7 +160,8 @@ text_ptr place_fault() {
 }
 
 text_ptr target_of(const place &each) {
-    if (launch_mode == nullptr || !is_directory(*current_launch_mode().java_home)) {
+    const char *home = *current_launch_mode().java_home;
+    if (launch_mode == nullptr || home == nullptr || !is_directory(home)) {
         return nullptr;
     }
     const text_ptr explained = copy_text(bin_dir);

@@ -80,8 +80,9 @@ text_ptr home_without_java(const home &each, const char *path) {
     const char *other = strcmp(bin_dir, bin) == 0 ? jre_bin : bin;
     const char *home = holds_java(parent.get()) ? parent.get() : below.get();
     if (home != nullptr) {
-        return format_text("%s is %s, which is one folder too %s: the Java home is %s.", each.name,
-                           path, home == parent.get() ? "deep" : "high", home);
+        return format_text("%s is %s, which is one folder too %s: %s is %s.", each.name, path,
+                           home == parent.get() ? "deep" : "high",
+                           home == parent.get() ? "the Java home" : "a Java home in it", home);
     }
     if (is_file(java_in(path, other).get())) {
         return format_text("%s, %s, has its java.exe in %s and the launcher lies in %s: put the "
