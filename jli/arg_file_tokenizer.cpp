@@ -113,7 +113,7 @@ void drop_pieces(ArgFileContext *context, new_pieces &pieces) {
 
 // The token that ends with the pending piece from `anchor` to `nextc`.
 inline char *end_token(ArgFileContext *context, new_pieces &pieces, const char *anchor,
-                const char *nextc) {
+                       const char *nextc) {
     context->cursor = nextc + 1;
     context->state = FIND_NEXT;
     if (pieces.count == 0 && context->pieces->size == 0) {

@@ -134,8 +134,7 @@ review review_of(value_kind kind) {
 void review_repetition(int number, const setting &row, const char *value) {
     const earlier_value &before = earlier[&row - SETTINGS];
     const bool keeps = row.kind == value_kind::path && *value == '\0' && row.text != nullptr;
-    if (before.text == nullptr || row.list != nullptr ||
-        strcmp(before.text.get(), value) == 0) {
+    if (before.text == nullptr || row.list != nullptr || strcmp(before.text.get(), value) == 0) {
         return;
     }
     add_finding(cause::line, keeps ? nullptr : row.key,
