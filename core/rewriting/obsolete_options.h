@@ -32,245 +32,73 @@ inline constexpr const char *JVM_11_OBSOLETE_HOST_X_ARGS[] = {
     nullptr,
 };
 
+// The names that follow "-XX:": VALUE has a value behind a "=", FLAG that or a "+" or "-" in front.
+// clang-format off
+#define OBSOLETE_XX_OPTIONS(VALUE, FLAG) \
+    VALUE(AdaptiveSizePausePolicy) FLAG(AdjustConcurrency) VALUE(AutoGCSelectPauseMillis) \
+    VALUE(BackEdgeThreshold) FLAG(C1PatchInvokeDynamic) FLAG(CheckEndorsedAndExtDirs) \
+    VALUE(ClearFPUAtPark) FLAG(CMSCompactWhenClearAllSoftRefs) FLAG(CMSDumpAtPromotionFailure) \
+    VALUE(CMSFullGCsBeforeCompaction) VALUE(CMSIncrementalDutyCycle) \
+    VALUE(CMSIncrementalDutyCycleMin) FLAG(CMSIncrementalMode) VALUE(CMSIncrementalOffset) \
+    FLAG(CMSIncrementalPacing) VALUE(CMSParPromoteBlocksToClaim) \
+    FLAG(CMSPrintEdenSurvivorChunks) VALUE(CodeCacheMinimumFreeSpace) FLAG(CollectGen0First) \
+    FLAG(ConvertSleepToYield) FLAG(ConvertYieldToSleep) FLAG(CreateMinidumpOnCrash) \
+    VALUE(DefaultMaxRAMFraction) VALUE(DefaultThreadPriority) VALUE(DeferPollingPageLoopCount) \
+    VALUE(DeferThrSuspendLoopCount) VALUE(EmitSync) FLAG(EnableInvokeDynamic) \
+    FLAG(EnableResourceManagementTLABCache) FLAG(EnableSharedLookupCache) FLAG(EnableTracing) \
+    FLAG(ExplicitGCInvokesConcurrentAndUnloadsClasses) FLAG(FastTLABRefill) \
+    VALUE(FenceInstruction) FLAG(G1PrintHeapRegions) FLAG(G1PrintRegionLivenessInfo) \
+    FLAG(G1SummarizeConcMark) FLAG(G1SummarizeRSetStats) FLAG(G1TraceConcRefinement) \
+    VALUE(GCLogFileSize) VALUE(hashCode) FLAG(JNIDetachReleasesMonitors) \
+    FLAG(LazyBootClassLoader) FLAG(LogCommercialFeatures) FLAG(LoopLimitCheck) \
+    VALUE(MallocVerifyInterval) VALUE(MallocVerifyStart) FLAG(MustCallLoadClassInternal) \
+    VALUE(NmethodSweepCheckInterval) VALUE(NmethodSweepFraction) VALUE(NumberOfGCLogFiles) \
+    FLAG(ParallelGCRetainPLAB) FLAG(ParallelGCVerbose) VALUE(PreInflateSpin) \
+    FLAG(PrintActiveCpus) FLAG(PrintAdaptiveSizePolicy) FLAG(PrintClassHistogramAfterFullGC) \
+    FLAG(PrintClassHistogramBeforeFullGC) FLAG(PrintCMSInitiationStatistics) \
+    VALUE(PrintCMSStatistics) FLAG(PrintCompressedOopsMode) FLAG(PrintContainerInfo) \
+    FLAG(PrintDTraceDOF) VALUE(PrintFLSCensus) VALUE(PrintFLSStatistics) \
+    FLAG(PrintGCApplicationConcurrentTime) FLAG(PrintGCApplicationStoppedTime) \
+    FLAG(PrintGCCause) FLAG(PrintGCDateStamps) FLAG(PrintGCID) FLAG(PrintGCTaskTimeStamps) \
+    FLAG(PrintGCTimeStamps) FLAG(PrintHeapAtGC) FLAG(PrintHeapAtGCExtended) \
+    FLAG(PrintJNIGCStalls) FLAG(PrintOldPLAB) FLAG(PrintOopAddress) \
+    FLAG(PrintParallelOldGCPhaseTimes) FLAG(PrintPLAB) FLAG(PrintPromotionFailure) \
+    FLAG(PrintReferenceGC) FLAG(PrintSharedSpaces) FLAG(PrintStringDeduplicationStatistics) \
+    FLAG(PrintTenuringDistribution) FLAG(PrintTLAB) FLAG(RangeLimitCheck) \
+    VALUE(ReadPrefetchInstr) FLAG(ReflectionWrapResolutionErrors) VALUE(SafepointPollOffset) \
+    VALUE(SafepointSpinBeforeYield) VALUE(SharedMiscCodeSize) VALUE(SharedMiscDataSize) \
+    VALUE(SharedReadOnlySize) VALUE(SharedReadWriteSize) VALUE(StarvationMonitorInterval) \
+    VALUE(SyncFlags) VALUE(SyncKnobs) VALUE(SyncVerbose) VALUE(ThreadSafetyMargin) \
+    FLAG(TraceBiasedLocking) FLAG(TraceClassLoading) FLAG(TraceClassLoadingPreorder) \
+    FLAG(TraceClassPaths) FLAG(TraceClassResolution) FLAG(TraceClassUnloading) \
+    FLAG(TraceDynamicGCThreads) FLAG(TraceGCTaskThread) FLAG(TraceGen0Time) FLAG(TraceGen1Time) \
+    FLAG(TraceLoaderConstraints) FLAG(TraceMetadataHumongousAllocation) \
+    FLAG(TraceMonitorInflation) FLAG(TraceParallelOldGCTasks) VALUE(TraceRedefineClasses) \
+    FLAG(TraceSafepointCleanupTime) FLAG(TraceSharedLookupCache) FLAG(UnrollLimitCheck) \
+    FLAG(UnsyncloadClass) FLAG(Use486InstrsOnly) FLAG(UseAltSigs) FLAG(UseAutoGCSelectPolicy) \
+    FLAG(UseBoundThreads) FLAG(UseCMSCollectionPassing) FLAG(UseCMSCompactAtFullCollection) \
+    FLAG(UseCompilerSafepoints) FLAG(UseFastAccessorMethods) FLAG(UseFastEmptyMethods) \
+    FLAG(UseGCLogFileRotation) FLAG(UseLockedTracing) FLAG(UseOldInlining) FLAG(UseParNewGC) \
+    FLAG(UseVMInterruptibleIO) FLAG(VerboseVerification) FLAG(VerifySilently) \
+    VALUE(WorkAroundNPTLTimedWaitHang)
+// clang-format on
+
+#define OBSOLETE_ENTRY(name) "-XX:" #name "=",
+#define OBSOLETE_NAME(name) #name,
+#define OBSOLETE_NOTHING(name)
+
 // Entries begin with "-XX:", and neither "+" nor "-" follows: options with a value.
 inline constexpr const char *JVM_11_OBSOLETE_HOST_XX_ARGS[] = {
-    "-XX:AdaptiveSizePausePolicy=",
-    "-XX:AdjustConcurrency=",
-    "-XX:AutoGCSelectPauseMillis=",
-    "-XX:BackEdgeThreshold=",
-    "-XX:C1PatchInvokeDynamic=",
-    "-XX:CheckEndorsedAndExtDirs=",
-    "-XX:ClearFPUAtPark=",
-    "-XX:CMSCompactWhenClearAllSoftRefs=",
-    "-XX:CMSDumpAtPromotionFailure=",
-    "-XX:CMSFullGCsBeforeCompaction=",
-    "-XX:CMSIncrementalDutyCycle=",
-    "-XX:CMSIncrementalDutyCycleMin=",
-    "-XX:CMSIncrementalMode=",
-    "-XX:CMSIncrementalOffset=",
-    "-XX:CMSIncrementalPacing=",
-    "-XX:CMSParPromoteBlocksToClaim=",
-    "-XX:CMSPrintEdenSurvivorChunks=",
-    "-XX:CodeCacheMinimumFreeSpace=",
-    "-XX:CollectGen0First=",
-    "-XX:ConvertSleepToYield=",
-    "-XX:ConvertYieldToSleep=",
-    "-XX:CreateMinidumpOnCrash=",
-    "-XX:DefaultMaxRAMFraction=",
-    "-XX:DefaultThreadPriority=",
-    "-XX:DeferPollingPageLoopCount=",
-    "-XX:DeferThrSuspendLoopCount=",
-    "-XX:EmitSync=",
-    "-XX:EnableInvokeDynamic=",
-    "-XX:EnableResourceManagementTLABCache=",
-    "-XX:EnableSharedLookupCache=",
-    "-XX:EnableTracing=",
-    "-XX:ExplicitGCInvokesConcurrentAndUnloadsClasses=",
-    "-XX:FastTLABRefill=",
-    "-XX:FenceInstruction=",
-    "-XX:G1PrintHeapRegions=",
-    "-XX:G1PrintRegionLivenessInfo=",
-    "-XX:G1SummarizeConcMark=",
-    "-XX:G1SummarizeRSetStats=",
-    "-XX:G1TraceConcRefinement=",
-    "-XX:GCLogFileSize=",
-    "-XX:hashCode=",
-    "-XX:JNIDetachReleasesMonitors=",
-    "-XX:LazyBootClassLoader=",
-    "-XX:LogCommercialFeatures=",
-    "-XX:LoopLimitCheck=",
-    "-XX:MallocVerifyInterval=",
-    "-XX:MallocVerifyStart=",
-    "-XX:MustCallLoadClassInternal=",
-    "-XX:NmethodSweepCheckInterval=",
-    "-XX:NmethodSweepFraction=",
-    "-XX:NumberOfGCLogFiles=",
-    "-XX:ParallelGCRetainPLAB=",
-    "-XX:ParallelGCVerbose=",
-    "-XX:PreInflateSpin=",
-    "-XX:PrintActiveCpus=",
-    "-XX:PrintAdaptiveSizePolicy=",
-    "-XX:PrintClassHistogramAfterFullGC=",
-    "-XX:PrintClassHistogramBeforeFullGC=",
-    "-XX:PrintCMSInitiationStatistics=",
-    "-XX:PrintCMSStatistics=",
-    "-XX:PrintCompressedOopsMode=",
-    "-XX:PrintContainerInfo=",
-    "-XX:PrintDTraceDOF=",
-    "-XX:PrintFLSCensus=",
-    "-XX:PrintFLSStatistics=",
-    "-XX:PrintGCApplicationConcurrentTime=",
-    "-XX:PrintGCApplicationStoppedTime=",
-    "-XX:PrintGCCause=",
-    "-XX:PrintGCDateStamps=",
-    "-XX:PrintGCID=",
-    "-XX:PrintGCTaskTimeStamps=",
-    "-XX:PrintGCTimeStamps=",
-    "-XX:PrintHeapAtGC=",
-    "-XX:PrintHeapAtGCExtended=",
-    "-XX:PrintJNIGCStalls=",
-    "-XX:PrintOldPLAB=",
-    "-XX:PrintOopAddress=",
-    "-XX:PrintParallelOldGCPhaseTimes=",
-    "-XX:PrintPLAB=",
-    "-XX:PrintPromotionFailure=",
-    "-XX:PrintReferenceGC=",
-    "-XX:PrintSharedSpaces=",
-    "-XX:PrintStringDeduplicationStatistics=",
-    "-XX:PrintTenuringDistribution=",
-    "-XX:PrintTLAB=",
-    "-XX:RangeLimitCheck=",
-    "-XX:ReadPrefetchInstr=",
-    "-XX:ReflectionWrapResolutionErrors=",
-    "-XX:SafepointPollOffset=",
-    "-XX:SafepointSpinBeforeYield=",
-    "-XX:SharedMiscCodeSize=",
-    "-XX:SharedMiscDataSize=",
-    "-XX:SharedReadOnlySize=",
-    "-XX:SharedReadWriteSize=",
-    "-XX:StarvationMonitorInterval=",
-    "-XX:SyncFlags=",
-    "-XX:SyncKnobs=",
-    "-XX:SyncVerbose=",
-    "-XX:ThreadSafetyMargin=",
-    "-XX:TraceBiasedLocking=",
-    "-XX:TraceClassLoading=",
-    "-XX:TraceClassLoadingPreorder=",
-    "-XX:TraceClassPaths=",
-    "-XX:TraceClassResolution=",
-    "-XX:TraceClassUnloading=",
-    "-XX:TraceDynamicGCThreads=",
-    "-XX:TraceGCTaskThread=",
-    "-XX:TraceGen0Time=",
-    "-XX:TraceGen1Time=",
-    "-XX:TraceLoaderConstraints=",
-    "-XX:TraceMetadataHumongousAllocation=",
-    "-XX:TraceMonitorInflation=",
-    "-XX:TraceParallelOldGCTasks=",
-    "-XX:TraceRedefineClasses=",
-    "-XX:TraceSafepointCleanupTime=",
-    "-XX:TraceSharedLookupCache=",
-    "-XX:UnrollLimitCheck=",
-    "-XX:UnsyncloadClass=",
-    "-XX:Use486InstrsOnly=",
-    "-XX:UseAltSigs=",
-    "-XX:UseAutoGCSelectPolicy=",
-    "-XX:UseBoundThreads=",
-    "-XX:UseCMSCollectionPassing=",
-    "-XX:UseCMSCompactAtFullCollection=",
-    "-XX:UseCompilerSafepoints=",
-    "-XX:UseFastAccessorMethods=",
-    "-XX:UseFastEmptyMethods=",
-    "-XX:UseGCLogFileRotation=",
-    "-XX:UseLockedTracing=",
-    "-XX:UseOldInlining=",
-    "-XX:UseParNewGC=",
-    "-XX:UseVMInterruptibleIO=",
-    "-XX:VerboseVerification=",
-    "-XX:VerifySilently=",
-    "-XX:WorkAroundNPTLTimedWaitHang=",
-    "-XX:ThreadPriorityPolicy=42",
-    nullptr,
-};
+    OBSOLETE_XX_OPTIONS(OBSOLETE_ENTRY, OBSOLETE_ENTRY) "-XX:ThreadPriorityPolicy=42", nullptr};
 
 // Entries are names of flags, as they follow "-XX:+" or "-XX:-".
 inline constexpr const char *JVM_11_OBSOLETE_HOST_XX_BOOL_ARGS[] = {
-    "AdjustConcurrency",
-    "C1PatchInvokeDynamic",
-    "CheckEndorsedAndExtDirs",
-    "CMSCompactWhenClearAllSoftRefs",
-    "CMSDumpAtPromotionFailure",
-    "CMSIncrementalMode",
-    "CMSIncrementalPacing",
-    "CMSPrintEdenSurvivorChunks",
-    "CollectGen0First",
-    "ConvertSleepToYield",
-    "ConvertYieldToSleep",
-    "CreateMinidumpOnCrash",
-    "EnableInvokeDynamic",
-    "EnableResourceManagementTLABCache",
-    "EnableSharedLookupCache",
-    "EnableTracing",
-    "ExplicitGCInvokesConcurrentAndUnloadsClasses",
-    "FastTLABRefill",
-    "G1PrintHeapRegions",
-    "G1PrintRegionLivenessInfo",
-    "G1SummarizeConcMark",
-    "G1SummarizeRSetStats",
-    "G1TraceConcRefinement",
-    "JNIDetachReleasesMonitors",
-    "LazyBootClassLoader",
-    "LogCommercialFeatures",
-    "LoopLimitCheck",
-    "MustCallLoadClassInternal",
-    "ParallelGCRetainPLAB",
-    "ParallelGCVerbose",
-    "PrintActiveCpus",
-    "PrintAdaptiveSizePolicy",
-    "PrintClassHistogramAfterFullGC",
-    "PrintClassHistogramBeforeFullGC",
-    "PrintCMSInitiationStatistics",
-    "PrintCompressedOopsMode",
-    "PrintContainerInfo",
-    "PrintDTraceDOF",
-    "PrintGCApplicationConcurrentTime",
-    "PrintGCApplicationStoppedTime",
-    "PrintGCCause",
-    "PrintGCDateStamps",
-    "PrintGCID",
-    "PrintGCTaskTimeStamps",
-    "PrintGCTimeStamps",
-    "PrintHeapAtGC",
-    "PrintHeapAtGCExtended",
-    "PrintJNIGCStalls",
-    "PrintOldPLAB",
-    "PrintOopAddress",
-    "PrintParallelOldGCPhaseTimes",
-    "PrintPLAB",
-    "PrintPromotionFailure",
-    "PrintReferenceGC",
-    "PrintSharedSpaces",
-    "PrintStringDeduplicationStatistics",
-    "PrintTenuringDistribution",
-    "PrintTLAB",
-    "RangeLimitCheck",
-    "ReflectionWrapResolutionErrors",
-    "TraceBiasedLocking",
-    "TraceClassLoading",
-    "TraceClassLoadingPreorder",
-    "TraceClassPaths",
-    "TraceClassResolution",
-    "TraceClassUnloading",
-    "TraceDynamicGCThreads",
-    "TraceGCTaskThread",
-    "TraceGen0Time",
-    "TraceGen1Time",
-    "TraceLoaderConstraints",
-    "TraceMetadataHumongousAllocation",
-    "TraceMonitorInflation",
-    "TraceParallelOldGCTasks",
-    "TraceSafepointCleanupTime",
-    "TraceSharedLookupCache",
-    "UnrollLimitCheck",
-    "UnsyncloadClass",
-    "Use486InstrsOnly",
-    "UseAltSigs",
-    "UseAutoGCSelectPolicy",
-    "UseBoundThreads",
-    "UseCMSCollectionPassing",
-    "UseCMSCompactAtFullCollection",
-    "UseCompilerSafepoints",
-    "UseFastAccessorMethods",
-    "UseFastEmptyMethods",
-    "UseGCLogFileRotation",
-    "UseLockedTracing",
-    "UseOldInlining",
-    "UseParNewGC",
-    "UseVMInterruptibleIO",
-    "VerboseVerification",
-    "VerifySilently",
-    nullptr,
-};
+    OBSOLETE_XX_OPTIONS(OBSOLETE_NOTHING, OBSOLETE_NAME) nullptr};
+
+#undef OBSOLETE_XX_OPTIONS
+#undef OBSOLETE_ENTRY
+#undef OBSOLETE_NAME
+#undef OBSOLETE_NOTHING
 }
 #endif
 
