@@ -144,7 +144,7 @@ public:
         }
         const size_t bucket = bucket_of(rest);
         for (size_t at = starts[bucket]; at < starts[bucket + 1];) {
-            const int forms = text[at];
+            const auto forms = static_cast<unsigned char>(text[at]);
             const std::string_view name(&text[at + 2], static_cast<size_t>(text[at + 1]));
             if ((forms & forms_at(rest, name.size(), after_sign)) != 0 &&
                 begins_with_name(rest, name)) {
