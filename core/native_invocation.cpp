@@ -22,7 +22,7 @@ struct loaded_text {
     char **slot, *text;
 };
 loaded_text loaded_texts[2 * SETTING_COUNT + 2];
-int loaded_text_count = 0;
+size_t loaded_text_count = 0;
 
 void note_text(char **slot) {
     if (slot != nullptr) {

@@ -45,24 +45,6 @@ std::string_view trimmed(std::string_view text) {
     return text;
 }
 
-// Most differ in the first bytes: no length is asked for.
-bool begins_with(const char *text, const char *prefix) {
-    while (*prefix != '\0' && *text == *prefix) {
-        text++;
-        prefix++;
-    }
-    return *prefix == '\0';
-}
-
-bool begins_with_any(const char *text, std::span<const char *const> prefixes) {
-    for (const char *prefix : prefixes) {
-        if (prefix != nullptr && begins_with(text, prefix)) {
-            return true;
-        }
-    }
-    return false;
-}
-
 text_ptr copy_text(std::string_view text) {
     text_ptr copy(static_cast<char *>(JLI_MemAlloc(text.size() + 1)));
     *put_text(copy.get(), text) = '\0';

@@ -36,9 +36,24 @@ inline bool is_set(const char *text) {
 // `text` without the white space around it.
 std::string_view trimmed(std::string_view text);
 
-// Whether `text` begins with `prefix`, or with one of them; null ones are passed over.
-bool begins_with(const char *text, const char *prefix);
-bool begins_with_any(const char *text, std::span<const char *const> prefixes);
+// Whether `text` begins with `prefix`. Most differ in the first bytes: no length is asked for.
+inline bool begins_with(const char *text, const char *prefix) {
+    while (*prefix != '\0' && *text == *prefix) {
+        text++;
+        prefix++;
+    }
+    return *prefix == '\0';
+}
+
+// Whether it begins with one of them; null ones are passed over.
+inline bool begins_with_any(const char *text, std::span<const char *const> prefixes) {
+    for (const char *prefix : prefixes) {
+        if (prefix != nullptr && begins_with(text, prefix)) {
+            return true;
+        }
+    }
+    return false;
+}
 
 text_ptr copy_text(std::string_view text);
 

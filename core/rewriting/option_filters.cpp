@@ -188,10 +188,13 @@ std::span<const char *const> configured(char *const *entries, int count) {
 
 // An argument is held against one table only, the one for options that begin as it does.
 bool is_obsolete(const char *arg) {
-    if (!begins_with(arg, "-X")) {
-        return *arg == '-' && begins_with_any(arg, OBSOLETE);
+    if (arg[0] != '-') {
+        return false;
     }
-    if (!begins_with(arg, "-XX:")) {
+    if (arg[1] != 'X') {
+        return begins_with_any(arg, OBSOLETE);
+    }
+    if (arg[2] != 'X' || arg[3] != ':') {
         return begins_with_any(arg, OBSOLETE_X);
     }
     const char *rest = arg + strlen("-XX:");
