@@ -12,10 +12,6 @@ namespace {
 jmp_buf after_run;
 std::unordered_set<void *> blocks; // of this run, and not given back
 
-bool allocation_fails() {
-    return product.is_going_on && product.allocations_to_failure > 0 && --product.allocations_to_failure == 0;
-}
-
 void *note(void *block) {
     if (product.is_going_on && block != nullptr) {
         blocks.insert(block);
@@ -36,19 +32,16 @@ WRAP([[noreturn]] void, exit, (int status)) {
 }
 
 WRAP(void *, malloc, (size_t size)) {
-    return allocation_fails() ? nullptr : note(__real_malloc(size));
+    return note(__real_malloc(size));
 }
 
 WRAP(void *, realloc, (void *block, size_t size)) {
-    if (allocation_fails()) {
-        return nullptr;
-    }
     blocks.erase(block);
     return note(__real_realloc(block, size));
 }
 
 WRAP(char *, strdup, (const char *text)) {
-    return allocation_fails() ? nullptr : static_cast<char *>(note(__real_strdup(text)));
+    return static_cast<char *>(note(__real_strdup(text)));
 }
 
 WRAP(void, free, (void *block)) {
@@ -68,10 +61,6 @@ WRAP(int, fputs, (const char *text, FILE *stream)) {
     assert(stream == stdout || stream == stderr || product.streams.count(stream) == 1);
     (stream == stdout ? product.shown : stream == stderr ? product.complained : product.logged) += text;
     return 0;
-}
-
-WRAP(void, perror, (const char *text)) {
-    product.complained += std::string(text) + ": failed\n";
 }
 
 namespace {

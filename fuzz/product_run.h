@@ -30,7 +30,6 @@ struct product_run {
     bool is_going_on;
     bool by_exit;                          // how it has ended
     int status;                            // of exit()
-    size_t allocations_to_failure;         // the one of this number fails, with 0 none does
     std::string shown, complained, logged; // on standard output, on standard error, on every other stream
     std::unordered_set<FILE *> streams;    // open ones
 };
