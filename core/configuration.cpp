@@ -54,7 +54,7 @@ void load_value(config_loading &loading, const setting &row, text_ptr value) {
     const bool is_off = row.kind == value_kind::toggle && strncmp(loaded, "true", 4) != 0;
     if (row.flag != nullptr) {
         *row.flag = is_off || is_native_invocation ? 0 : 1;
-    } else if (row.kind == value_kind::path) {
+    } else if (row.kind == value_kind::path || row.kind == value_kind::log) {
         if (row.text == nullptr && value_of_load == nullptr) {
             value_of_load.reset(new_state_text());
         }

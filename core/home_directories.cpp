@@ -7,6 +7,7 @@
 #include "core/home_faults.h"
 #include "core/jlp_vars.h"
 #include "core/launch_mode.h"
+#include "core/settings.h"
 #include "core/state_text.h"
 #include "jli/trace.h"
 #include "platform/files.h"
@@ -17,7 +18,8 @@ bool is_empty(const char *text) {
     return *text == '\0';
 }
 
-void fall_back_on_env_var(const char *name, char **home) {
+void fall_back_on_env_var(char **home) {
+    const char *name = key_of(home);
     const text_ptr title = format_text("Get %s from environment", name);
     text_ptr underline = copy_text(title.get());
     memset(underline.get(), '-', strlen(title.get()));
@@ -54,11 +56,30 @@ bool holds_java(const char *home) {
     return is_file(format_text("%s%s%s", home, bin_dir, slash_exe_name).get());
 }
 
-bool passes(const text_ptr &fault) {
-    if (fault != nullptr) {
-        trace_fault(fault.get());
+// What is wrong with what a home holds. A launcher in a jre\bin folder takes a JVM home without
+// one, as those of Java 9 and later are.
+text_ptr content_fault(const char *name, char *const *home) {
+    if (home == &quorvel_home) {
+        const text_ptr jar = format_text("%s%s", *home, slash_quorvel_jar);
+        return is_file(jar.get())
+                   ? nullptr
+                   : format_text("Error: Quorvel agent jar file '%s' doesn't exist\n", jar.get());
     }
-    return fault == nullptr;
+    if (holds_java(*home)) {
+        return nullptr;
+    }
+    if (home == &container_home) {
+        return format_text("Error: neither bin/java nor jre/bin/java exist in %s '%s'\n"
+                           "Error: %s/java doesn't exist in %s '%s'\n",
+                           name, *home, bin_dir, name, *home);
+    }
+    return std::string_view(jre_bin).starts_with(bin_dir)
+               ? nullptr
+               : format_text("Error: %s/java doesn't exist in %s '%s'\n", bin_dir, name, *home);
+}
+
+void trace_bundled(char *const *home) {
+    JLI_TraceLauncher("%s set using bundle config: %s\n", key_of(home), *home);
 }
 
 [[noreturn]] void end_without_bundle(const char *directory) {
@@ -78,62 +99,36 @@ void set_container_home_from_bundle() {
     if (!is_directory(container_home)) {
         end_without_bundle(container_home);
     }
-    JLI_TraceLauncher("CONTAINER_HOME set using bundle config: %s\n", container_home);
+    trace_bundled(&container_home);
 }
 
 } // namespace
 
 void fall_back_on_env_vars() {
     const launch_mode_row &mode = current_launch_mode();
-    if (is_empty(container_home) && mode.runs_container()) {
-        fall_back_on_env_var("CONTAINER_HOME", &container_home);
-    }
-    if (is_empty(jvm_home)) {
-        fall_back_on_env_var("JVM_HOME", &jvm_home);
-    }
-    if (is_empty(quorvel_home) && mode.has_agents) {
-        fall_back_on_env_var("QUORVEL_HOME", &quorvel_home);
-    }
-}
-
-text_ptr container_home_fault() {
-    text_ptr fault = folder_fault("CONTAINER_HOME", container_home);
-    if (fault == nullptr && !holds_java(container_home)) {
-        fault =
-            format_text("Error: neither bin/java nor jre/bin/java exist in CONTAINER_HOME '%s'\n"
-                        "Error: %s/java doesn't exist in CONTAINER_HOME '%s'\n",
-                        container_home, bin_dir, container_home);
-    }
-    return fault;
-}
-
-// A launcher in a jre\bin folder takes a JVM home without one, as those of Java 9 and later are.
-text_ptr jvm_home_fault() {
-    text_ptr fault = folder_fault("JVM_HOME", jvm_home);
-    if (fault == nullptr && !holds_java(jvm_home) &&
-        !std::string_view(jre_bin).starts_with(bin_dir)) {
-        fault = format_text("Error: %s/java doesn't exist in JVM_HOME '%s'\n", bin_dir, jvm_home);
-    }
-    return fault;
-}
-
-text_ptr quorvel_home_fault() {
-    text_ptr fault = folder_fault("QUORVEL_HOME", quorvel_home);
-    if (fault == nullptr) {
-        const text_ptr jar = format_text("%s%s", quorvel_home, slash_quorvel_jar);
-        if (!is_file(jar.get())) {
-            fault = format_text("Error: Quorvel agent jar file '%s' doesn't exist\n", jar.get());
+    for (char **home : HOMES) {
+        if (is_empty(*home) && mode.needs(home)) {
+            fall_back_on_env_var(home);
         }
     }
-    return fault;
+}
+
+text_ptr home_fault(char **home) {
+    const char *name = key_of(home);
+    text_ptr fault = folder_fault(name, *home);
+    return fault == nullptr ? content_fault(name, home) : std::move(fault);
 }
 
 int validate_directories() {
     const launch_mode_row &mode = current_launch_mode();
-    const bool are_valid = (!mode.runs_container() || passes(container_home_fault())) &&
-                           passes(jvm_home_fault()) &&
-                           (!mode.has_agents || passes(quorvel_home_fault()));
-    return are_valid ? SUCCESS : FAILURE;
+    for (char **home : HOMES) {
+        const text_ptr fault = mode.needs(home) ? home_fault(home) : nullptr;
+        if (fault != nullptr) {
+            trace_fault(fault.get());
+            return FAILURE;
+        }
+    }
+    return SUCCESS;
 }
 
 text_ptr target_path(const char *executable_name) {
@@ -154,13 +149,13 @@ void fall_back_on_bundle() {
         if (!is_directory(jvm_home)) {
             end_without_bundle(jvm_home);
         }
-        JLI_TraceLauncher("JVM_HOME set using bundle config: %s\n", jvm_home);
+        trace_bundled(&jvm_home);
     }
     if (is_empty(quorvel_home)) {
         assign_text(&quorvel_home, format_text("%s\\quorvel_home", jvm_home).get());
         if (!is_directory(quorvel_home)) {
             end_with_error(0, format_text("Error: %s doesn't exist\n", quorvel_home));
         }
-        JLI_TraceLauncher("QUORVEL_HOME set using bundle config: %s\n", quorvel_home);
+        trace_bundled(&quorvel_home);
     }
 }

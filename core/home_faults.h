@@ -3,13 +3,15 @@
 
 // What validate_directories asks of each home, and what is started below them.
 
+#include "core/jlp_vars.h"
 #include "jli/text.h"
 
-// The tests of validate_directories, home by home: the message of the one that fails, or null, with
-// the trailing separator taken off, when the home passes.
-text_ptr container_home_fault();
-text_ptr jvm_home_fault();
-text_ptr quorvel_home_fault();
+// The homes, in the order in which they are settled and tested.
+inline constexpr char **HOMES[] = {&container_home, &jvm_home, &quorvel_home};
+
+// The tests of validate_directories of one of them: the message of the one that fails, or null,
+// with the trailing separator taken off, when the home passes.
+text_ptr home_fault(char **home);
 
 // The file that the launcher starts: `executable_name` in bin_dir below the home of the launch
 // mode.

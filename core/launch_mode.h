@@ -27,6 +27,11 @@ struct launch_mode_row {
     const char *agent_environment = nullptr; // the property that names it, where there is one
 
     bool runs_container() const { return java_home == &container_home; }
+
+    // Whether the mode goes by one of the homes.
+    bool needs(char *const *home) const {
+        return home == java_home || home == &jvm_home || (home == &quorvel_home && has_agents);
+    }
 };
 
 // The last, with an empty name, is the row of null and of each text that is no mode's.

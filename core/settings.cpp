@@ -93,7 +93,7 @@ constexpr setting SETTINGS[] = {
      .kind = toggle,
      .label = "rewrite_arguments:",
      .flag = &rewrites_arguments},
-    {.key = "LOG_FILE_OR_DIR", .kind = path, .label = "log_file_path:", .apply = open_log_file},
+    {.key = "LOG_FILE_OR_DIR", .kind = log, .label = "log_file_path:", .apply = open_log_file},
     {"CONTAINER_HOME", path, 38, "container_home:", &container_home},
     {"JVM_HOME", path, 38, "jvm_home:", &jvm_home},
     {"QUORVEL_HOME", path, 38, "quorvel_home:", &quorvel_home},
@@ -133,6 +133,15 @@ static_assert(SETTINGS[SETTING_COUNT - 1].key != nullptr, "SETTING_COUNT exceeds
 const setting *setting_of(std::string_view line) {
     for (const setting &row : SETTINGS) {
         if (line.starts_with(row.key) && line.find('=') == strlen(row.key)) {
+            return &row;
+        }
+    }
+    return nullptr;
+}
+
+const setting *setting_kept_in(const void *place) {
+    for (const setting &row : SETTINGS) {
+        if (row.text == place || row.flag == place) {
             return &row;
         }
     }

@@ -9,6 +9,7 @@
 enum class value_kind {
     toggle,      // on when it begins with "true"
     path,        // kept as a full path, a relative one from launcher_home; an empty one is none
+    log,         // a path as well, which is not kept
     list,        // entries with "=" between them
     quoted_list, // entries in double quotes, with one blank between them
     mode,        // begins with the name of a launch mode
@@ -50,6 +51,14 @@ extern const setting SETTINGS[SETTING_COUNT]; // in the order of the dump
 
 // The row whose key and "=" a line begins with; null for every other line, which is passed over.
 const setting *setting_of(std::string_view line);
+
+// The row whose value is kept in this text or flag of the launcher state; null for another.
+const setting *setting_kept_in(const void *place);
+
+// Its key. A home's is the environment variable of the same name, too.
+inline const char *key_of(const void *place) {
+    return setting_kept_in(place)->key;
+}
 
 // Opens LOG_FILE_FD, the trace log, in the place of an open one; false when it cannot be. Who puts
 // another function here leaves the disk alone.

@@ -3,11 +3,13 @@
 #include <algorithm>
 #include <cstring>
 
+#include "core/jlp_vars.h"
 #include "core/settings.h"
 #include "jli/text.h"
 #include "platform/files.h"
 #include "platform/inspection.h"
 #include "tools/findings.h"
+#include "tools/launch.h"
 #include "tools/likeness.h"
 #include "tools/line_review.h"
 
@@ -93,8 +95,9 @@ void review_missing_file(const char *home, const char *path) {
         add_finding(
             cause::file, nullptr,
             format_text("There is no %s, so nothing is configured: write one, with the lines "
-                        "TRANSPARENT=true, LAUNCH_MODE=ri and JVM_HOME=<a Java home>.",
-                        path));
+                        "%s=true, %s=%s and %s=<a Java home>.",
+                        path, key_of(&is_transparent), key_of(&launch_mode), plain_mode(),
+                        key_of(&jvm_home)));
     }
 }
 
@@ -114,8 +117,7 @@ void review_lines(std::string_view rest, const char *path) {
             setting_count++;
         }
         if (!is_utf_8(line)) {
-            const setting *row = setting_of(line);
-            add_finding(cause::line, row == nullptr ? nullptr : row->key,
+            add_finding(cause::line, setting_of(line),
                         format_text("Line %d of launcher.cfg holds letters in an old code page: "
                                     "save %s as UTF-8.",
                                     number, path));
@@ -143,10 +145,9 @@ void review_configuration(const char *home) {
     }
     review_lines(content, path.get());
     if (setting_count == 0) {
-        add_finding(
-            cause::aside, nullptr,
-            format_text("No line of %s is a setting: write KEY=value, as in JVM_HOME=C:\\jdk.",
-                        path.get()));
+        add_finding(cause::aside, nullptr,
+                    format_text("No line of %s is a setting: write KEY=value, as in %s=C:\\jdk.",
+                                path.get(), key_of(&jvm_home)));
     }
 }
 

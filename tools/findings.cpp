@@ -1,13 +1,14 @@
 #include "tools/findings.h"
 
 #include <algorithm>
-#include <cstring>
+
+#include "core/jlp_vars.h"
 
 namespace {
 
 struct finding {
     cause kind;
-    const char *about;
+    const setting *about;
     char *text;
 };
 
@@ -15,24 +16,21 @@ constexpr int SHOWN = 20;
 finding *findings = nullptr;
 int count = 0;
 
-bool is_about(const finding &each, const char *key) {
-    return key != nullptr && each.about != nullptr && strcmp(each.about, key) == 0;
-}
-
 // A mode that was not meant asks for homes that the one that was meant does not need.
-cause rank_of(const finding &each, const char *failing) {
-    if (is_about(each, "LAUNCH_MODE") && (each.kind == cause::line || each.kind == cause::mode)) {
-        const bool asks_for_more = failing != nullptr && (strcmp(failing, "CONTAINER_HOME") == 0 ||
-                                                          strcmp(failing, "QUORVEL_HOME") == 0);
+cause rank_of(const finding &each, const setting *failing) {
+    const bool is_about_mode = each.about != nullptr && each.about->kind == value_kind::mode;
+    if (is_about_mode && (each.kind == cause::line || each.kind == cause::mode)) {
+        const bool asks_for_more =
+            failing != nullptr && failing->kind == value_kind::path && failing->text != &jvm_home;
         return asks_for_more ? cause::mode : cause::line;
     }
-    const bool is_likelier = each.kind != cause::own && is_about(each, failing);
+    const bool is_likelier = each.kind != cause::own && failing != nullptr && each.about == failing;
     return is_likelier ? std::max(each.kind, cause::key) : each.kind;
 }
 
 } // namespace
 
-void add_finding(cause kind, const char *about, text_ptr text) {
+void add_finding(cause kind, const setting *about, text_ptr text) {
     const size_t size = static_cast<size_t>(count + 1) * sizeof(finding);
     findings = static_cast<finding *>(JLI_MemRealloc(findings, size));
     findings[count++] = {kind, about, text.release()};
@@ -40,7 +38,7 @@ void add_finding(cause kind, const char *about, text_ptr text) {
 
 // Calls `take` with each that is shown, in their order.
 template <typename taker>
-static void in_order(const char *failing, taker take) {
+static void in_order(const setting *failing, taker take) {
     for (int rank = static_cast<int>(cause::place); rank > static_cast<int>(cause::hidden);
          rank--) {
         for (int i = 0; i < count; i++) {
@@ -51,7 +49,7 @@ static void in_order(const char *failing, taker take) {
     }
 }
 
-void append_first_finding(text_buffer &report, const char *failing) {
+void append_first_finding(text_buffer &report, const setting *failing) {
     bool is_first = true;
     in_order(failing, [&](const char *text) {
         if (is_first) {
@@ -61,7 +59,7 @@ void append_first_finding(text_buffer &report, const char *failing) {
     });
 }
 
-void append_findings(text_buffer &report, const char *failing, bool without_first) {
+void append_findings(text_buffer &report, const setting *failing, bool without_first) {
     int number = without_first ? -1 : 0;
     in_order(failing, [&](const char *text) {
         if (number >= 0 && number < SHOWN) {

@@ -3,6 +3,7 @@
 
 // What is wrong or may be: a sentence each for the cause and its mend.
 
+#include "core/settings.h"
 #include "jli/text.h"
 #include "jli/text_buffer.h"
 
@@ -19,13 +20,13 @@ enum class cause {
     place,  // the launcher itself
 };
 
-// `about` is the key of launcher.cfg that it is about, or null.
-void add_finding(cause kind, const char *about, text_ptr text);
+// `about` is the setting that it is about, or null.
+void add_finding(cause kind, const setting *about, text_ptr text);
 
-// The findings, likeliest first, each behind `lead`; `failing` is the key that the launch fails at,
-// or null. With `first` the likeliest alone, without it all but that. What goes beyond a readable
-// number is counted.
-void append_first_finding(text_buffer &report, const char *failing);
-void append_findings(text_buffer &report, const char *failing, bool without_first);
+// The findings, likeliest first, each behind `lead`; `failing` is the setting that the launch fails
+// at, or null. With `first` the likeliest alone, without it all but that. What goes beyond a
+// readable number is counted.
+void append_first_finding(text_buffer &report, const setting *failing);
+void append_findings(text_buffer &report, const setting *failing, bool without_first);
 
 #endif

@@ -6,10 +6,8 @@
 #include <cstring>
 
 #include "core/child_arguments.h"
-#include "core/home_faults.h"
 #include "core/jlp_utils.h"
 #include "core/launch_mode.h"
-#include "core/settings.h"
 #include "core/state_text.h"
 #include "jli/trace.h"
 #include "platform/console.h"
@@ -18,11 +16,7 @@
 
 launch the_launch;
 
-home homes[HOME_COUNT] = {
-    {"CONTAINER_HOME", &container_home, false, container_home_fault, false},
-    {"JVM_HOME", &jvm_home, false, jvm_home_fault, false},
-    {"QUORVEL_HOME", &quorvel_home, false, quorvel_home_fault, false},
-};
+home homes[std::size(HOMES)];
 
 namespace {
 
@@ -52,7 +46,7 @@ void keep_text(FILE *, const char *text) {
 bool try_trace_log(const char *path) {
     const bool could_be = could_be_written(path);
     if (!could_be) {
-        the_launch.failing = "LOG_FILE_OR_DIR";
+        the_launch.failing = std::ranges::find(SETTINGS, value_kind::log, &setting::kind);
         the_launch.status = FAILURE;
     }
     return could_be;
@@ -73,7 +67,7 @@ void end_early() {
     }
 }
 
-void fail(int status, const char *message, const char *failing) {
+void fail(int status, const char *message, const setting *failing) {
     the_launch.status = status;
     the_launch.message = in_one_line(message);
     the_launch.failing = failing;
@@ -100,10 +94,8 @@ void load(const request &asked) {
 // A native host goes by its configuration alone.
 bool settle_homes() {
     const launch_mode_row &mode = current_launch_mode();
-    const bool is_needed[HOME_COUNT] = {mode.runs_container(), true, mode.has_agents};
-    for (int i = 0; i < HOME_COUNT; i++) {
-        homes[i].is_needed = is_needed[i];
-        homes[i].is_configured = **homes[i].path != '\0';
+    for (size_t i = 0; i < std::size(HOMES); i++) {
+        homes[i] = {setting_kept_in(HOMES[i]), mode.needs(HOMES[i]), is_set(*HOMES[i])};
     }
     if (!is_native_invocation) {
         fall_back_on_env_vars();
@@ -112,11 +104,11 @@ bool settle_homes() {
     if (validate_directories() == SUCCESS) {
         return true;
     }
-    const home *failing = std::find_if(homes, homes + HOME_COUNT, [](const home &each) {
-        return each.is_needed && each.fault() != nullptr;
+    const home *failing = std::ranges::find_if(homes, [](const home &each) {
+        return each.is_needed && home_fault(each.row->text) != nullptr;
     });
     the_launch.status = FAILURE;
-    the_launch.failing = failing->name;
+    the_launch.failing = failing->row;
     return false;
 }
 
@@ -132,8 +124,8 @@ bool settle_target() {
     the_launch.target = target_path(the_installation.name.get());
     const char *target = the_launch.target.get();
     if (!is_startable(target, the_installation.file.get())) {
-        const char *name = current_launch_mode().runs_container() ? homes[0].name : homes[1].name;
-        fail(FAILURE, invalid_command_text(target).get(), name);
+        fail(FAILURE, invalid_command_text(target).get(),
+             setting_kept_in(current_launch_mode().java_home));
         return false;
     }
     the_launch.command = processArg(target);
@@ -173,6 +165,14 @@ void rewrite(const request &asked) {
 }
 
 } // namespace
+
+const char *plain_mode() {
+    const launch_mode_row *row = launch_modes;
+    while (row->has_agents) {
+        row++;
+    }
+    return row->name.data();
+}
 
 void run_stages(const request &asked, int (*at_end)()) {
     report_end = at_end;

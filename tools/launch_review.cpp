@@ -1,9 +1,9 @@
 #include "tools/launch_review.h"
 
+#include <algorithm>
 #include <cstring>
 
 #include "core/config_text.h"
-#include "core/home_faults.h"
 #include "core/jlp_vars.h"
 #include "core/launch_mode.h"
 #include "platform/files.h"
@@ -58,19 +58,19 @@ text_ptr folder_in(const char *folder, const char *like) {
 text_ptr missing_home(const home &each, const char *path) {
     if (is_file(path)) {
         return format_text("%s is %s, which is a file: name the folder above its bin folder.",
-                           each.name, path);
+                           each.row->key, path);
     }
     const text_ptr parent = parent_of(path);
     const text_ptr likely = folder_in(parent.get(), path + strlen(parent.get()) + 1);
     if (likely != nullptr) {
-        return format_text("%s is %s, which is not there: %s is, mend the path.", each.name, path,
-                           likely.get());
+        return format_text("%s is %s, which is not there: %s is, mend the path.", each.row->key,
+                           path, likely.get());
     }
     if (is_set(parent.get()) && strlen(parent.get()) > 2 && !is_directory(parent.get())) {
         return format_text("%s is %s, which is not there, nor is the folder %s: mend the path.",
-                           each.name, path, parent.get());
+                           each.row->key, path, parent.get());
     }
-    return format_text("%s is %s, which is not there: mend the path.", each.name, path);
+    return format_text("%s is %s, which is not there: mend the path.", each.row->key, path);
 }
 
 // A home that is there and holds no java.exe where the launcher's own folder has it.
@@ -80,29 +80,29 @@ text_ptr home_without_java(const home &each, const char *path) {
     const char *other = strcmp(bin_dir, bin) == 0 ? jre_bin : bin;
     const char *home = holds_java(parent.get()) ? parent.get() : below.get();
     if (home != nullptr) {
-        return format_text("%s is %s, which is one folder too %s: %s is %s.", each.name, path,
+        return format_text("%s is %s, which is one folder too %s: %s is %s.", each.row->key, path,
                            home == parent.get() ? "deep" : "high",
                            home == parent.get() ? "the Java home" : "a Java home in it", home);
     }
     if (is_file(java_in(path, other).get())) {
         return format_text("%s, %s, has its java.exe in %s and the launcher lies in %s: put the "
                            "launcher into that folder of its home, or name another Java home.",
-                           each.name, path, other + 1, bin_dir + 1);
+                           each.row->key, path, other + 1, bin_dir + 1);
     }
-    return format_text("%s, %s, holds no %s: name a Java home.", each.name, path,
+    return format_text("%s, %s, holds no %s: name a Java home.", each.row->key, path,
                        java_in("", bin_dir).get() + 1);
 }
 
 text_ptr home_fault_text(const home &each) {
-    const char *path = *each.path;
+    const char *path = *each.row->text;
     const text_ptr folder = format_text("%s%c", path, file_separator); // of a drive as well
     if (!is_set(path)) {
         return format_text("%s is set nowhere: write a line %s=<its folder> into launcher.cfg, or "
                            "set the variable %s.",
-                           each.name, each.name, each.name);
+                           each.row->key, each.row->key, each.row->key);
     }
     if (!each.is_configured) {
-        const text_ptr place = format_text("The variable %s, '%s'", each.name, path);
+        const text_ptr place = format_text("The variable %s, '%s'", each.row->key, path);
         text_ptr fault = path_fault(place.get(), path);
         if (fault != nullptr) {
             return fault;
@@ -115,48 +115,48 @@ text_ptr home_fault_text(const home &each) {
     if (!is_directory(folder.get())) {
         return missing_home(each, path);
     }
-    if (each.path == &quorvel_home) {
-        return format_text("QUORVEL_HOME, %s, holds no quorvel.jar, which comes with the Quorvel "
-                           "agents: name their folder, or write LAUNCH_MODE=ri to do without.",
-                           path);
+    if (each.row->text == &quorvel_home) {
+        return format_text("%s, %s, holds no quorvel.jar, which comes with the Quorvel agents: "
+                           "name their folder, or write %s=%s to do without.",
+                           each.row->key, path, key_of(&launch_mode), plain_mode());
     }
     return home_without_java(each, path);
 }
 
 void review_home(const home &each) {
     // Of a path that cannot be one, its line has told.
-    if (!each.is_configured || path_fault("", *each.path) == nullptr) {
-        add_finding(cause::own, each.name, home_fault_text(each));
+    if (!each.is_configured || path_fault("", *each.row->text) == nullptr) {
+        add_finding(cause::own, each.row, home_fault_text(each));
     }
-    if (each.path == &jvm_home || setting_lines() < 0 || is_native_invocation) {
+    if (each.row->text == &jvm_home || setting_lines() < 0 || is_native_invocation) {
         return;
     }
-    add_finding(
-        is_set(*each.path) ? cause::aside : cause::mode, "LAUNCH_MODE",
-        format_text("The launch mode is %s, which needs %s: write LAUNCH_MODE=ri where just "
-                    "the Java of JVM_HOME is to run.",
-                    launch_mode, each.name));
+    const setting *mode = setting_kept_in(&launch_mode);
+    add_finding(is_set(*each.row->text) ? cause::aside : cause::mode, mode,
+                format_text("The launch mode is %s, which needs %s: write %s=%s where just the "
+                            "Java of %s is to run.",
+                            launch_mode, each.row->key, mode->key, plain_mode(),
+                            key_of(&jvm_home)));
 }
 
 void review_log() {
     // The message ends with the path, which the settings do not keep.
     const char *path = strstr(the_launch.message.get(), ": ");
     const text_ptr folder = parent_of(path == nullptr ? "" : path + 2);
+    const char *key = the_launch.failing->key;
     if (path == nullptr || !is_set(path + 2)) {
-        add_finding(cause::own, nullptr,
-                    copy_text("LOG_FILE_OR_DIR is empty: name a file or a folder, or take the line "
-                              "out."));
+        add_finding(
+            cause::own, nullptr,
+            format_text("%s is empty: name a file or a folder, or take the line out.", key));
     } else if (!is_directory(folder.get())) {
         add_finding(
             cause::own, nullptr,
-            format_text("LOG_FILE_OR_DIR names a log in %s, which is no folder: make it, or "
-                        "mend the path.",
+            format_text("%s names a log in %s, which is no folder: make it, or mend the path.", key,
                         folder.get()));
     } else {
         add_finding(cause::own, nullptr,
-                    format_text("The log %s may not be written: allow it, or name another in "
-                                "LOG_FILE_OR_DIR.",
-                                path + 2));
+                    format_text("The log %s may not be written: allow it, or name another in %s.",
+                                path + 2, key));
     }
 }
 
@@ -177,16 +177,17 @@ void review_target() {
         add_finding(cause::own, nullptr,
                     format_text("%s is the launcher's own home, and it would start itself: name "
                                 "another Java home in %s.",
-                                home, the_launch.failing));
+                                home, the_launch.failing->key));
     } else {
         add_finding(cause::own, nullptr,
                     format_text("The launcher starts what has its own name, and there is no %s: "
                                 "name a Java home that has it in %s.",
-                                target, the_launch.failing));
+                                target, the_launch.failing->key));
     }
 }
 
-// Of what the core says of arguments that it cannot rewrite, and of what it cannot hold.
+// Of what the core says of arguments that it cannot rewrite, and of what it cannot hold. The mend
+// may leave room for the keys of the Quorvel home and of the native agent.
 constexpr struct {
     const char *said, *mend;
 } MENDS[] = {
@@ -195,7 +196,7 @@ constexpr struct {
     {"Unmatched quote", "close the quote"},
     {"is not allowed in", "take it out"},
     {"Cannot specify main class", "take out what does not begin with -"},
-    {"native agent library", "add it to QUORVEL_HOME, or name it in QUORVEL_NATIVE_AGENT"},
+    {"native agent library", "add it to %s, or name it in %s"},
     {"launcher_home in library path",
      "give the path of the qvljni.dll in the jni folder of the home"},
     {"too long", "shorten it"},
@@ -212,19 +213,15 @@ void review_early_end() {
             break;
         }
     }
+    const text_ptr advice = format_text(mend, key_of(&quorvel_home), key_of(&quorvel_library_path));
     add_finding(cause::own, nullptr,
                 said == nullptr ? copy_text("It ends early, and says why on standard error.")
-                                : format_text("%s: %s.", said + 2, mend));
+                                : format_text("%s: %s.", said + 2, advice.get()));
 }
 
 const home *failing_home() {
-    for (const home &each : homes) {
-        if (the_launch.has_homes && the_launch.failing != nullptr &&
-            strcmp(each.name, the_launch.failing) == 0) {
-            return &each;
-        }
-    }
-    return nullptr;
+    const home *found = std::ranges::find(homes, the_launch.failing, &home::row);
+    return the_launch.failing == nullptr || found == std::end(homes) ? nullptr : found;
 }
 
 } // namespace

@@ -98,7 +98,7 @@ void review_passed_over(int number, std::string_view line) {
     append_mend(mends, meant.has_blank, copy_text("take out the blank before its ="));
     append_mend(mends, !meant.has_sign, format_text("put a = behind %s", key));
     append_mend(mends, mends.length == 0, format_text("begin it with %s=", key));
-    add_finding(cause::line, key,
+    add_finding(cause::line, meant.row,
                 format_text("Line %d of launcher.cfg, '%s', is passed over: %s.", number,
                             text.get(), mends.c_str()));
 }
@@ -109,7 +109,7 @@ void review_comment(int number, std::string_view line) {
     const setting *row = setting_of(trimmed(line));
     if (row != nullptr) {
         add_finding(
-            cause::hidden, row->key,
+            cause::hidden, row,
             format_text("Line %d of launcher.cfg sets %s, but is a comment: take out its #.",
                         number, row->key));
     }

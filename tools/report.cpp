@@ -43,21 +43,22 @@ JLI_PRINTF_LIKE(1, 2) void print(const char *format, ...) {
 }
 
 // Where the launcher's message is to be found.
-const char *place_of_message() {
-    if (the_launch.failing != nullptr && strcmp(the_launch.failing, "LOG_FILE_OR_DIR") == 0) {
-        return "on standard error";
+text_ptr place_of_message() {
+    if (the_launch.failing != nullptr && the_launch.failing->kind == value_kind::log) {
+        return copy_text("on standard error");
     }
     if (is_transparent || is_native_invocation) {
-        return "on standard error";
+        return copy_text("on standard error");
     }
     const bool is_printed = the_launch.target != nullptr && the_launch.failing != nullptr;
     return is_printed || the_launch.start_error != 0
-               ? "on standard output"
-               : "in its trace alone; with TRANSPARENT=true on standard error";
+               ? copy_text("on standard output")
+               : format_text("in its trace alone; with %s=true on standard error",
+                             key_of(&is_transparent));
 }
 
 void write_verdict() {
-    const char *failing = the_launch.failing;
+    const setting *failing = the_launch.failing;
     if (the_launch.goes_through) {
         print("The launch would go through.\n");
     } else {
@@ -73,7 +74,7 @@ void write_verdict() {
     const bool is_launched = the_installation.home == nullptr || the_installation.is_launcher;
     if (the_launch.message != nullptr && !the_launch.goes_through && is_launched) {
         print("\nThe launcher would say, with status %d, %s\n  %s\n", the_launch.status,
-              place_of_message(), the_launch.message.get());
+              place_of_message().get(), the_launch.message.get());
     }
 }
 
@@ -93,16 +94,17 @@ void write_configuration() {
 }
 
 text_ptr path_and_origin(const home &each) {
-    return is_set(*each.path) ? format_text("%s (from %s)", *each.path,
-                                            each.is_configured ? "launcher.cfg" : "the environment")
-                              : copy_text("set nowhere");
+    const char *path = *each.row->text;
+    return is_set(path) ? format_text("%s (from %s)", path,
+                                      each.is_configured ? "launcher.cfg" : "the environment")
+                        : copy_text("set nowhere");
 }
 
 void write_homes() {
     print("\nHomes\n");
     for (const home &each : homes) {
-        const text_ptr fault = each.is_needed ? each.fault() : nullptr;
-        print("  %-15s %s: %s\n", each.name, path_and_origin(each).get(),
+        const text_ptr fault = each.is_needed ? home_fault(each.row->text) : nullptr;
+        print("  %-15s %s: %s\n", each.row->key, path_and_origin(each).get(),
               !each.is_needed    ? "not needed"
               : fault == nullptr ? "passes"
                                  : "does not pass");

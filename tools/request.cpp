@@ -20,7 +20,7 @@ constexpr char USAGE[] =
     "  --name FILE          the launcher of this name, for example javaw.exe\n"
     "  --library PATH       a native host's start, with the path of its qvljni.dll\n"
     "  --rewrite            show the rewritten arguments, whatever launcher.cfg says\n"
-    "  --trace              trace every step on standard error, as SHOW_START=true does\n"
+    "  --trace              trace every step on standard error, whatever launcher.cfg says\n"
     "  --one-per-line       show each argument on a line of its own\n"
     "  --help, --version    say this, or which version it is\n"
     "Exit status: 0 when the launch would go through, 1 when not, 2 for a wrong usage.\n";

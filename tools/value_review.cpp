@@ -1,8 +1,10 @@
 #include "tools/value_review.h"
 
+#include <algorithm>
 #include <cstring>
 
 #include "core/config_text.h"
+#include "core/home_faults.h"
 #include "core/jlp_vars.h"
 #include "core/launch_mode.h"
 #include "core/state_text.h"
@@ -27,7 +29,7 @@ bool has(const char *value, const char *part) {
 }
 
 // A path without an ending is most likely meant for a folder, in which each start has its own log.
-text_ptr review_log(const char *place, const char *value) {
+text_ptr folder_fault(const char *place, const char *value) {
     const text_ptr path(new_state_text());
     prepend_launcher_home_to_relative_path(value, path.get());
     const char *name = strrchr(path.get(), file_separator);
@@ -43,17 +45,17 @@ text_ptr review_log(const char *place, const char *value) {
 
 text_ptr review_path(const char *place, const setting &row, const char *value) {
     text_ptr fault = path_fault(place, value);
-    const bool is_file_of_agents = row.text != nullptr && row.text != &container_home &&
-                                   row.text != &jvm_home && row.text != &quorvel_home;
-    if (fault == nullptr && is_file_of_agents && is_set(value) && is_set(*row.text) &&
-        !is_file(*row.text)) {
+    const bool is_home = std::ranges::find(HOMES, row.text) != std::end(HOMES);
+    if (fault == nullptr && !is_home && is_set(value) && is_set(*row.text) && !is_file(*row.text)) {
         fault = format_text("%s: there is no file %s; mend the path or take the line out.", place,
                             *row.text);
     }
-    if (fault == nullptr && row.text == nullptr && is_set(value)) {
-        fault = review_log(place, value);
-    }
     return fault;
+}
+
+text_ptr review_log(const char *place, const setting &, const char *value) {
+    text_ptr fault = path_fault(place, value);
+    return fault == nullptr && is_set(value) ? folder_fault(place, value) : std::move(fault);
 }
 
 text_ptr review_quoted_list(const char *place, const setting &, const char *value) {
@@ -120,6 +122,8 @@ review review_of(value_kind kind) {
         return review_toggle;
     case value_kind::path:
         return review_path;
+    case value_kind::log:
+        return review_log;
     case value_kind::list:
         return review_list;
     case value_kind::quoted_list:
@@ -133,11 +137,11 @@ review review_of(value_kind kind) {
 // An empty path leaves the one before, and the lines of a list add up.
 void review_repetition(int number, const setting &row, const char *value) {
     const earlier_value &before = earlier[&row - SETTINGS];
-    const bool keeps = row.kind == value_kind::path && *value == '\0' && row.text != nullptr;
+    const bool keeps = row.kind == value_kind::path && *value == '\0';
     if (before.text == nullptr || row.list != nullptr || strcmp(before.text.get(), value) == 0) {
         return;
     }
-    add_finding(cause::line, keeps ? nullptr : row.key,
+    add_finding(cause::line, keeps ? nullptr : &row,
                 format_text("Lines %d and %d of launcher.cfg both set %s, and %s counts: take one "
                             "of them out.",
                             before.line, number, row.key,
@@ -176,10 +180,10 @@ void review_value(int number, const setting &row, text_ptr value) {
     text_ptr fault = review_of(row.kind)(place.get(), row, value.get());
     if (fault != nullptr) {
         const bool is_mode = row.kind == value_kind::mode;
-        add_finding(is_mode ? cause::mode : cause::line, row.key, std::move(fault));
+        add_finding(is_mode ? cause::mode : cause::line, &row, std::move(fault));
     }
     review_repetition(number, row, value.get());
-    if (row.kind != value_kind::path || is_set(value.get()) || row.text == nullptr) {
+    if (row.kind != value_kind::path || is_set(value.get())) {
         earlier[&row - SETTINGS] = {std::move(value), number};
     }
 }
