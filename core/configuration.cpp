@@ -41,8 +41,8 @@ void preset_settings() {
             append_to_state_text(*row.text,
                                  row.kind == value_kind::mode ? DEFAULT_LAUNCH_MODE : "");
         }
-        if (row.argument != nullptr) {
-            *row.argument = new_state_text();
+        if (row.property != nullptr) {
+            *row.property->argument = new_state_text();
         }
     }
 }
@@ -66,8 +66,8 @@ void load_value(config_loading &loading, const setting &row, text_ptr value) {
         split(loaded, row.list->slots, row.list->count, quote, quote, is_quoted ? "\" \"" : "=");
         value_of_load = std::move(value);
     }
-    if (row.argument != nullptr && !is_empty) {
-        assign_text(row.argument, format_text(row.argument_format, loaded).get());
+    if (row.property != nullptr && !is_empty) {
+        assign_text(row.property->argument, format_text(row.property->format, loaded).get());
     }
     if (row.apply != nullptr && !is_off && !row.apply(row, loaded)) {
         loading.refused = &row;
@@ -124,7 +124,7 @@ const char *shown_value(const config_loading &loading, const setting &row) {
     if (row.text == nullptr) {
         return loading.values[&row - SETTINGS].get();
     }
-    return row.argument == nullptr ? *row.text : *row.argument;
+    return row.property == nullptr ? *row.text : *row.property->argument;
 }
 
 // False when there is nothing to show.
@@ -134,10 +134,10 @@ bool dump_setting(const config_loading &loading, const setting &row) {
         return false;
     }
     dump_value(row.label, value, row.label_width);
-    if (row.dump_more != nullptr) {
-        row.dump_more();
-    }
     const option_list *list = row.list;
+    if (list != nullptr && list->dump_more != nullptr) {
+        list->dump_more();
+    }
     for (int i = 0; list != nullptr && i < *list->count; i++) {
         JLI_TraceLauncher("        %s[ %d ]:%*s%s\n", list->entry_label, i, list->entry_gap, "",
                           list->slots[i]);

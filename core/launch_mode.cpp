@@ -3,6 +3,9 @@
 #include <algorithm>
 #include <array>
 #include <span>
+#include <string_view>
+
+#include "jli/text.h"
 
 constexpr launch_mode_row launch_modes[] = {
     {.name = DEFAULT_LAUNCH_MODE,
@@ -28,7 +31,7 @@ constexpr std::string_view SEPARATOR = ", ";
 constexpr size_t names_size() {
     size_t size = 0;
     for (const launch_mode_row &row : launch_modes) {
-        size += row.name.size() + SEPARATOR.size();
+        size += std::string_view(row.name).size() + SEPARATOR.size();
     }
     return size;
 }
@@ -39,7 +42,7 @@ constexpr auto NAMES = [] {
     char *end = names.data();
     for (const launch_mode_row &row : std::span(launch_modes).first(std::size(launch_modes) - 1)) {
         end = std::ranges::copy(&row == launch_modes ? "" : SEPARATOR, end).out;
-        end = std::ranges::copy(row.name, end).out;
+        end = std::ranges::copy(std::string_view(row.name), end).out;
     }
     *end = '\0';
     return names;
@@ -50,9 +53,8 @@ constexpr auto NAMES = [] {
 const char *const launch_mode_names = NAMES.data();
 
 const launch_mode_row &launch_mode_of(const char *text) {
-    const std::string_view mode(text == nullptr ? "" : text);
     const launch_mode_row *row = launch_modes;
-    while (!mode.starts_with(row->name)) {
+    while (!begins_with(text == nullptr ? "" : text, row->name)) {
         row++;
     }
     return *row;

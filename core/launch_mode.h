@@ -3,8 +3,6 @@
 
 // The launch modes, and what follows from each: the one place that knows a mode by its name.
 
-#include <string_view>
-
 #include "core/jlp_vars.h"
 
 // The mode of every native host, and of a configuration that names none.
@@ -15,7 +13,7 @@ enum class argument_rules : char { advanced, legacy, ri };
 
 // A row says where its mode differs from these.
 struct launch_mode_row {
-    std::string_view name;        // a mode's text begins with it
+    const char *name;             // a mode's text begins with it
     char **java_home = &jvm_home; // whose Java runs; only the container home's has native agents
     char **paths_move_to = &jvm_home; // from the launcher home
     argument_rules rules = argument_rules::legacy;

@@ -51,7 +51,7 @@ void note_configuration() {
     note_text(&launcher_path_arg);
     for (const setting &row : SETTINGS) {
         note_text(row.text);
-        note_text(row.argument);
+        note_text(row.property == nullptr ? nullptr : row.property->argument);
     }
     allow_vm_properties_loaded = copy_entries(allow_vm_properties_array, allow_vm_properties_count);
     ignore_properties_loaded = copy_entries(ignore_properties_array, ignore_properties_count);

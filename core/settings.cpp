@@ -47,7 +47,7 @@ bool open_log_file(const setting &, char *path) {
 }
 
 bool set_launch_mode(const setting &, char *value) {
-    const bool is_taken = !is_native_invocation && !launch_mode_of(value).name.empty();
+    const bool is_taken = !is_native_invocation && is_set(launch_mode_of(value).name);
     assign_text(&launch_mode, is_taken ? value : DEFAULT_LAUNCH_MODE);
     use_advanced_launch_mode = current_launch_mode().rules == argument_rules::advanced ? 1 : 0;
     return is_taken;
@@ -64,20 +64,27 @@ void dump_allow_vm_option() {
 // The limit of a list is what its array holds.
 template <int slot_count>
 constexpr option_list list_of(char *(&slots)[slot_count], int &count, const char *entry_label,
-                              int entry_gap) {
-    return {slots, &count, slot_count, entry_label, entry_gap};
+                              int entry_gap, void (*dump_more)() = nullptr) {
+    return {slots, &count, slot_count, entry_gap, entry_label, dump_more};
 }
 
 constexpr option_list NON_PATH_OPTIONS =
     list_of(non_path_options_array, non_path_options_count, "non_path_options_array", 2);
 constexpr option_list ALLOW_VM_OPTIONS =
-    list_of(allow_vm_properties_array, allow_vm_properties_count, "allow_vm_properties_array", 2);
+    list_of(allow_vm_properties_array, allow_vm_properties_count, "allow_vm_properties_array", 2,
+            dump_allow_vm_option);
 constexpr option_list IGNORE_OPTIONS =
     list_of(ignore_properties_array, ignore_properties_count, "ignore_properties_array", 2);
 constexpr option_list JVM_OPTIONS =
     list_of(jvm_options_array, jvm_options_count, "jvm_options_array", 10);
 constexpr option_list CONTAINER_OPTIONS =
     list_of(container_options_array, container_options_count, "container_options_array", 4);
+
+constexpr java_property RULES = {&rule_file_arg, "-Dcom.quorvel.rules.local=%s"};
+constexpr java_property PROPERTIES = {&quorvel_properties_arg,
+                                      "-Dcom.quorvel.QuorvelProperties=%s"};
+constexpr java_property ALLOWED = {&allow_vm_properties_option,
+                                   "-Dcom.quorvel.AllowVMProperties=%s"};
 
 } // namespace
 
@@ -97,10 +104,9 @@ constexpr setting SETTINGS[] = {
     {"CONTAINER_HOME", path, 38, "container_home:", &container_home},
     {"JVM_HOME", path, 38, "jvm_home:", &jvm_home},
     {"QUORVEL_HOME", path, 38, "quorvel_home:", &quorvel_home},
-    {"RULE_FILE", path, 38, "rule_file_arg:", &rule_file, &rule_file_arg,
-     "-Dcom.quorvel.rules.local=%s"},
+    {"RULE_FILE", path, 38, "rule_file_arg:", &rule_file, &RULES},
     {"QUORVEL_PROPERTIES_FILE", path, 38, "quorvel_properties_arg:", &quorvel_properties_file,
-     &quorvel_properties_arg, "-Dcom.quorvel.QuorvelProperties=%s"},
+     &PROPERTIES},
     {"QUORVEL_NATIVE_AGENT", path, 38, "quorvel_library_path:", &quorvel_library_path},
     {.key = "NON_PATH_OPTIONS",
      .kind = list,
@@ -110,10 +116,8 @@ constexpr setting SETTINGS[] = {
     {.key = "ALLOW_VM_OPTIONS",
      .kind = list,
      .label = "allow_vm_properties_value:",
-     .argument = &allow_vm_properties_option,
-     .argument_format = "-Dcom.quorvel.AllowVMProperties=%s",
-     .list = &ALLOW_VM_OPTIONS,
-     .dump_more = dump_allow_vm_option},
+     .property = &ALLOWED,
+     .list = &ALLOW_VM_OPTIONS},
     {.key = "IGNORE_OPTIONS",
      .kind = list,
      .label_width = 36,

@@ -18,9 +18,18 @@ enum class value_kind {
 // An array of the launcher state, to which each line appends.
 struct option_list {
     char **slots;
-    int *count, limit; // what does not fit ends the process: "too many <key> entries"
-    const char *entry_label;
+    int *count;
+    int limit;     // what does not fit ends the process: "too many <key> entries"
     int entry_gap; // blanks between label and entry in the dump
+    const char *entry_label;
+    // Traces what stands in the dump between the value and the entries.
+    void (*dump_more)() = nullptr;
+};
+
+// A property that tells Java, made of each value that is not empty; allocated empty.
+struct java_property {
+    char **argument;
+    const char *format;
 };
 
 struct setting {
@@ -34,12 +43,8 @@ struct setting {
     // the default mode; a list; a flag, which each load sets to 0, and the last line sets unless a
     // native host starts. Otherwise the value lasts as long as the load.
     char **text = nullptr;
-    // The property that tells Java, made of each value that is not empty; allocated empty.
-    char **argument = nullptr;
-    const char *argument_format = nullptr;
+    const java_property *property = nullptr;
     const option_list *list = nullptr;
-    // Traces what stands in the dump between the value and the list's entries.
-    void (*dump_more)() = nullptr;
     int *flag = nullptr;
     // What is special about the key: called for each line, of a toggle each that is on, with the
     // trimmed value, or of a path with the buffer that keeps it; false when the value is refused.

@@ -23,6 +23,10 @@ void assign_text(char **slot, std::string_view text) {
     (*slot)[text.size()] = '\0';
 }
 
+void assign_text(char **slot, const char *text) {
+    assign_text(slot, std::string_view(text));
+}
+
 void release_text(char **slot) {
     free(*slot);
     *slot = nullptr;

@@ -18,6 +18,7 @@ char *new_state_text();
 // Gives *slot, null or a heap text of at least TEXT_SIZE bytes, this content. The block is replaced
 // by a larger one where the text asks for it. `text` may not lie in *slot.
 void assign_text(char **slot, std::string_view text);
+void assign_text(char **slot, const char *text);
 
 // Appends to the text in a bare output buffer of TEXT_SIZE bytes. A text that does not fit is
 // refused: "Error: text too long" on standard error, exit status 1, the buffer untouched.

@@ -4,7 +4,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
-#include <span>
+#include <string_view>
 
 #include "jli/jli_util.h"
 #include "jli/option_names.h"
@@ -29,10 +29,11 @@ struct {
 // options go on with another one: "-D", "-X".
 constexpr std::string_view AFTER_DASH = "-cdmp";
 
-consteval bool all_follow(std::span<const std::string_view> names) {
-    return std::ranges::all_of(names, [](std::string_view name) {
-        return AFTER_DASH.find(name[1]) != std::string_view::npos;
-    });
+consteval bool all_follow(const char *names) {
+    while (*names != '\0' && AFTER_DASH.find(names[1]) != std::string_view::npos) {
+        names = std::find(names, names + 100, '\0') + 1;
+    }
+    return *names == '\0';
 }
 static_assert(all_follow(MODULE_OPTIONS) && all_follow(CLASS_PATH_OPTIONS) &&
               all_follow(LAUNCHER_MAIN_OPTIONS) && all_follow(DESCRIBE_MODULE_OPTIONS) &&

@@ -8,7 +8,7 @@
 
 namespace {
 
-bool is_launcher_option(std::string_view arg) {
+bool is_launcher_option(const char *arg) {
     return is_one_of(CLASS_PATH_OPTIONS, arg) || is_one_of(LAUNCHER_MAIN_OPTIONS, arg) ||
            is_one_of(DESCRIBE_MODULE_OPTIONS, arg) || is_one_of(SOURCE_OPTIONS, arg);
 }
@@ -30,9 +30,9 @@ char *joined(JLI_List list, std::string_view separator) {
 
 } // namespace
 
-bool is_one_of(const std::string_view *names, size_t count, const std::string_view &arg) {
-    for (size_t i = 0; i < count; i++) {
-        if (arg == names[i]) {
+bool is_one_of(const char *names, const char *arg) {
+    for (const char *name = names; *name != '\0'; name += strlen(name) + 1) {
+        if (strcmp(name, arg) == 0) {
             return true;
         }
     }
@@ -133,15 +133,9 @@ int IsModuleOption(const char *arg) {
 }
 
 int IsLongFormModuleOption(const char *arg) {
-    for (const std::string_view prefix : LONG_FORM_MODULE_PREFIXES) {
-        if (JLI_StrCCmp(arg, prefix.data()) == 0) {
-            return 1;
-        }
-    }
-    return 0;
+    return begins_with_one_of(arg, LONG_FORM_MODULE_PREFIXES);
 }
 
 int IsWhiteSpaceOption(const char *arg) {
-    const std::string_view text = arg;
-    return is_one_of(MODULE_OPTIONS, text) || is_launcher_option(text);
+    return is_one_of(MODULE_OPTIONS, arg) || is_launcher_option(arg);
 }

@@ -50,3 +50,7 @@ text_ptr copy_text(std::string_view text) {
     *put_text(copy.get(), text) = '\0';
     return copy;
 }
+
+text_ptr copy_text(const char *text) {
+    return copy_text(std::string_view(text));
+}

@@ -18,6 +18,10 @@ void append(text_buffer &buffer, std::string_view text) {
     buffer.text.get()[buffer.length] = '\0';
 }
 
+void append(text_buffer &buffer, const char *text) {
+    append(buffer, std::string_view(text));
+}
+
 void append(text_buffer &buffer, char byte) {
     append(buffer, std::string_view(&byte, 1));
 }

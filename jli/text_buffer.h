@@ -18,6 +18,7 @@ struct text_buffer {
 
 // Appends; what is appended may not lie in the buffer itself.
 void append(text_buffer &buffer, std::string_view text);
+void append(text_buffer &buffer, const char *text);
 void append(text_buffer &buffer, char byte);
 
 // Empties the buffer and keeps its memory.

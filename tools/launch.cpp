@@ -171,7 +171,7 @@ const char *plain_mode() {
     while (row->has_agents) {
         row++;
     }
-    return row->name.data();
+    return row->name;
 }
 
 void run_stages(const request &asked, int (*at_end)()) {

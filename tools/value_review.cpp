@@ -98,22 +98,22 @@ text_ptr review_toggle(const char *place, const setting &, const char *value) {
 
 text_ptr review_mode(const char *place, const setting &, const char *value) {
     const launch_mode_row &taken = launch_mode_of(value);
-    if (taken.name == value) {
+    if (strcmp(taken.name, value) == 0) {
         return nullptr;
     }
-    if (!taken.name.empty()) {
+    if (is_set(taken.name)) {
         return format_text("%s: '%s' only begins like a mode and counts as %s; write one of %s.",
-                           place, value, taken.name.data(), launch_mode_names);
+                           place, value, taken.name, launch_mode_names);
     }
     const launch_mode_row *likely = launch_modes;
-    while (!likely->name.empty() &&
-           unlikeness(likely->name, value) > (likely->name.size() > 2 ? LIKE : 0)) {
+    while (is_set(likely->name) &&
+           unlikeness(likely->name, value) > (strlen(likely->name) > 2 ? LIKE : 0)) {
         likely++;
     }
-    return format_text(likely->name.empty() ? "%s: '%s' is no mode, so it is %s; write one of %s."
-                                            : "%s: '%s' is no mode, so it is %s; write %s.",
+    return format_text(!is_set(likely->name) ? "%s: '%s' is no mode, so it is %s; write one of %s."
+                                             : "%s: '%s' is no mode, so it is %s; write %s.",
                        place, value, DEFAULT_LAUNCH_MODE,
-                       likely->name.empty() ? launch_mode_names : likely->name.data());
+                       !is_set(likely->name) ? launch_mode_names : likely->name);
 }
 
 review review_of(value_kind kind) {

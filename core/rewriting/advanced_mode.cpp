@@ -1,5 +1,7 @@
 #include "core/rewriting/advanced_mode.h"
 
+#include <cstring>
+
 #include "core/jlp_vars.h"
 #include "core/rewriting/java_options.h"
 #include "core/rewriting/jvm_env_vars.h"
@@ -9,20 +11,15 @@
 namespace {
 
 // Properties of both sides.
-constexpr const char *NETWORK_AND_ENCODING[] = {
-    "-Djava.net.preferIPv",
-    "-Dsun.net.inetaddr.ttl=",
-    "-Dnetworkaddress.cache.ttl=",
-    "-Dsun.net.inetaddr.negative.ttl=",
-    "-Dnetworkaddress.cache.negative.ttl=",
-    "-Dfile.encoding",
-};
+constexpr char NETWORK_AND_ENCODING[] =
+    "-Djava.net.preferIPv\0-Dsun.net.inetaddr.ttl=\0-Dnetworkaddress.cache.ttl=\0"
+    "-Dsun.net.inetaddr.negative.ttl=\0-Dnetworkaddress.cache.negative.ttl=\0-Dfile.encoding\0";
 
 // Properties of the host.
-constexpr const char *QUORVEL_PROPERTIES[] = {"-Dquorvel:", "-Dcom.quorvel."};
+constexpr char QUORVEL_PROPERTIES[] = "-Dquorvel:\0-Dcom.quorvel.\0";
 
 // Every other property, and what the guest's user asks its JVM for.
-constexpr const char *GUEST_OPTIONS[] = {"-D", "-help", "-?", "-javaagent", "-manpage", "-version"};
+constexpr char GUEST_OPTIONS[] = "-D\0-help\0-?\0-javaagent\0-manpage\0-version\0";
 
 // To the guest, and to the host as well where it is allowed to have them.
 void place_guest_option(const argument_list &host, const argument_list &guest, const char *arg) {
@@ -45,7 +42,6 @@ void process_single_arg_for_advanced(const char *arg, char **host, int *host_cou
                                      int *guest_count, int *main_class_found,
                                      int *expect_classpath_value, int *expect_module_value,
                                      int *rule_file_arg_added) {
-    const std::string_view text(arg);
     const argument_list to_host = {host, host_count};
     const argument_list to_guest = {guest, guest_count};
     // The first that holds decides. So what is dropped never counts as a value, a class path option
@@ -55,12 +51,12 @@ void process_single_arg_for_advanced(const char *arg, char **host, int *host_cou
         place(to_guest, arg);
     } else if (is_ignore_property(arg, is_host_java_9_plus)) {
         return;
-    } else if (text.starts_with("-Xrun")) {
+    } else if (begins_with(arg, "-Xrun")) {
         place_agent_library(to_host, arg);
-    } else if (is_class_path_option(text)) {
-        place(to_guest, text == "--class-path" && !is_guest_java_9_plus ? "-cp" : arg);
+    } else if (is_class_path_option(arg)) {
+        place(to_guest, strcmp(arg, "--class-path") == 0 && !is_guest_java_9_plus ? "-cp" : arg);
         *expect_classpath_value = 1;
-    } else if (is_class_path_assignment(text)) {
+    } else if (is_class_path_assignment(arg)) {
         place_class_path_assignment(to_guest, arg, container_home, !is_guest_java_9_plus);
     } else if (*expect_classpath_value) {
         place(to_guest, moved_value(arg, container_home));
@@ -68,31 +64,31 @@ void process_single_arg_for_advanced(const char *arg, char **host, int *host_cou
     } else if (*expect_module_value) {
         place(to_host, arg);
         *expect_module_value = 0;
-    } else if (is_native_invocation && !text.starts_with('-')) {
+    } else if (is_native_invocation && *arg != '-') {
         place(to_host, arg);
-    } else if (ends_options(text)) {
+    } else if (ends_options(arg)) {
         apply_configured_container_options(guest, guest_count, host, host_count);
         place(to_guest, arg);
         *main_class_found = 1;
-    } else if (begins_with_any(arg, NETWORK_AND_ENCODING)) {
+    } else if (begins_with_one_of(arg, NETWORK_AND_ENCODING)) {
         place(to_host, arg);
         place(to_guest, arg);
-    } else if (text.starts_with("-fullversion")) {
+    } else if (begins_with(arg, "-fullversion")) {
         place_constant(to_host, "-Dcom.quorvel.ShowJavaVersion=fullversion");
         place_constant(to_guest, "-version");
     } else if (is_heap_size_in_megabytes(arg)) {
         place_heap_size(to_host, arg);
-    } else if (begins_with_any(arg, QUORVEL_PROPERTIES)) {
-        if (text.starts_with("-Dcom.quorvel.rules.local")) {
+    } else if (begins_with_one_of(arg, QUORVEL_PROPERTIES)) {
+        if (begins_with(arg, "-Dcom.quorvel.rules.local")) {
             place_rules_property(to_host, arg, rule_file_arg_added);
         } else {
             place(to_host, arg);
         }
-    } else if (begins_with_any(arg, GUEST_OPTIONS) || is_xbootclasspath_arg(arg)) {
+    } else if (begins_with_one_of(arg, GUEST_OPTIONS) || is_xbootclasspath_arg(arg)) {
         place_guest_option(to_host, to_guest, arg);
     } else {
         place(to_host, arg);
-        if (is_module_value_option(text)) {
+        if (is_module_value_option(arg)) {
             *expect_module_value = 1;
         }
     }

@@ -1,9 +1,8 @@
 #include "core/rewriting/java_options.h"
 
-#include <climits>
+#include <cstdlib>
 #include <cstring>
 
-#include "core/config_text.h"
 #include "core/jlp_vars.h"
 #include "core/processed_args.h"
 #include "core/rewriting/option_filters.h"
@@ -14,24 +13,7 @@
 
 namespace {
 
-constexpr int SMALLEST_HEAP_MEGABYTES = 256;
-
-// atoi, but a number that is too large for an int stays too large.
-int number_at_start(const char *text) {
-    while (is_space(*text)) {
-        text++;
-    }
-    const bool is_negative = *text == '-';
-    if (*text == '-' || *text == '+') {
-        text++;
-    }
-    int number = 0;
-    for (; *text >= '0' && *text <= '9'; text++) {
-        const int digit = *text - '0';
-        number = number > (INT_MAX - digit) / 10 ? INT_MAX : 10 * number + digit;
-    }
-    return is_negative ? -number : number;
-}
+constexpr long SMALLEST_HEAP_MEGABYTES = 256;
 
 } // namespace
 
@@ -43,28 +25,31 @@ void place_constant(const argument_list &list, const char *text) {
     append_entry(list.entries, list.count, const_cast<char *>(text));
 }
 
-bool is_class_path_option(std::string_view arg) {
-    return arg.starts_with("-cp") || arg.starts_with("-classpath") ||
-           (is_host_java_9_plus && arg == "--class-path");
+bool is_class_path_option(const char *arg) {
+    return begins_with(arg, "-cp") || begins_with(arg, "-classpath") ||
+           (is_host_java_9_plus && strcmp(arg, "--class-path") == 0);
 }
 
-bool is_class_path_assignment(std::string_view arg) {
-    return is_host_java_9_plus && arg.starts_with("--class-path=");
+bool is_class_path_assignment(const char *arg) {
+    return is_host_java_9_plus && begins_with(arg, "--class-path=");
 }
 
-bool is_module_value_option(std::string_view arg) {
+bool is_module_value_option(const char *arg) {
     return is_host_java_9_plus &&
            (is_one_of(MODULE_OPTIONS, arg) || is_one_of(DESCRIBE_MODULE_OPTIONS, arg));
 }
 
-bool ends_options(std::string_view arg) {
-    return arg.starts_with("-jar") || !arg.starts_with("-") ||
-           (is_host_java_9_plus && (arg == "--module" || arg.starts_with("--module=")));
+bool ends_options(const char *arg) {
+    return begins_with(arg, "-jar") || *arg != '-' ||
+           (is_host_java_9_plus && (strcmp(arg, "--module") == 0 || begins_with(arg, "--module=")));
 }
 
 bool is_heap_size_in_megabytes(const char *arg) {
-    const std::string_view text(arg);
-    return text.starts_with("-Xmx") && (text.ends_with('m') || text.ends_with('M'));
+    if (!begins_with(arg, "-Xmx")) {
+        return false;
+    }
+    const char unit = arg[strlen(arg) - 1];
+    return unit == 'm' || unit == 'M';
 }
 
 void place_heap_size(const argument_list &list, const char *arg) {
@@ -73,7 +58,7 @@ void place_heap_size(const argument_list &list, const char *arg) {
     if (new_mem_val_as_str != nullptr && size <= MEMORY_VALUE_SIZE) {
         memcpy(new_mem_val_as_str, value, size);
     }
-    if (number_at_start(value) < SMALLEST_HEAP_MEGABYTES) {
+    if (strtol(value, nullptr, 10) < SMALLEST_HEAP_MEGABYTES) {
         place_constant(list, "-Xmx256m");
     } else {
         place(list, arg);

@@ -4,8 +4,6 @@
 // What the launch modes share: the classes of options that their tables speak of, and how an
 // argument is placed in a list. All but the constants read the launcher state.
 
-#include <string_view>
-
 // One of the two lists that a command line is split into.
 struct argument_list {
     char **entries;
@@ -21,16 +19,16 @@ void place_constant(const argument_list &list, const char *text);
 
 // "-cp" and "-classpath", whatever follows, and with a Java 9 or later host "--class-path": the
 // value is the next argument.
-bool is_class_path_option(std::string_view arg);
+bool is_class_path_option(const char *arg);
 
 // "--class-path=" with its value, with a Java 9 or later host.
-bool is_class_path_assignment(std::string_view arg);
+bool is_class_path_assignment(const char *arg);
 
 // The options on modules whose value is the next argument, with a Java 9 or later host.
-bool is_module_value_option(std::string_view arg);
+bool is_module_value_option(const char *arg);
 
 // "-jar", the main class or the main module: what follows belongs to the application.
-bool ends_options(std::string_view arg);
+bool ends_options(const char *arg);
 
 // An "-Xmx" argument in megabytes.
 bool is_heap_size_in_megabytes(const char *arg);

@@ -37,19 +37,39 @@ entries_of(std::span<const char *const> table, std::string_view start,
     return entries;
 }
 
-constexpr auto ALWAYS_IGNORED = entries_of(IGNORE_ARGS, "-Xshare:");
-constexpr auto OBSOLETE = entries_of(JVM_11_OBSOLETE_HOST_ARGS, "-", {"-X"});
-constexpr auto OBSOLETE_X = entries_of(JVM_11_OBSOLETE_HOST_X_ARGS, "-X", {"-XX:"});
+// As begins_with_one_of() takes them: an array of pointers would take twice the room.
+template <const auto &table>
+consteval auto joined(std::string_view start,
+                      std::initializer_list<std::string_view> elsewhere = {}) {
+    constexpr size_t size = [] {
+        size_t sum = 1;
+        for (const std::string_view entry : std::span(table).first(std::size(table) - 1)) {
+            sum += entry.size() + 1;
+        }
+        return sum;
+    }();
+    std::array<char, size> text{};
+    char *end = text.data();
+    for (const std::string_view entry : entries_of(table, start, elsewhere)) {
+        end = std::ranges::copy(entry, end).out + 1;
+    }
+    return text;
+}
+
+constexpr auto ALWAYS_IGNORED = joined<IGNORE_ARGS>("-Xshare:");
+constexpr auto OBSOLETE = joined<JVM_11_OBSOLETE_HOST_ARGS>("-", {"-X"});
+constexpr auto OBSOLETE_X = joined<JVM_11_OBSOLETE_HOST_X_ARGS>("-X", {"-XX:"});
 constexpr auto OBSOLETE_XX = entries_of(JVM_11_OBSOLETE_HOST_XX_ARGS, "-XX:", {"-XX:+", "-XX:-"});
 // No flag's name begins with a sign: it stands before the name.
 constexpr auto OBSOLETE_XX_FLAGS = entries_of(JVM_11_OBSOLETE_HOST_XX_BOOL_ARGS, "", {"+", "-"});
 
 // Where a name of the last two tables matches.
 enum form : unsigned char {
+    WHOLE = 0,  // after "-XX:", whatever is behind it, and nowhere else
     FLAG = 1,   // after a sign
     OPTION = 2, // after "-XX:", with "=" behind it
-    WHOLE = 4,  // after "-XX:", whatever is behind it
 };
+constexpr unsigned FORM_BITS = 2;
 
 struct obsolete_name {
     std::string_view text;
@@ -74,11 +94,12 @@ struct obsolete_names {
     }
 
     consteval void add(std::string_view text, form as) {
-        require_match(text.size() <= CHAR_MAX);
+        require_match(text.size() <= UCHAR_MAX >> FORM_BITS);
         size_t i = 0;
         while (i < count && all[i].text != text) {
             i++;
         }
+        require_match(i == count || (as != WHOLE && all[i].forms != WHOLE));
         all[i].text = text;
         all[i].forms |= as;
         count = std::max(count, i + 1);
@@ -95,7 +116,7 @@ struct obsolete_names {
     consteval size_t text_size() const {
         size_t size = 0;
         for (size_t i = 0; i < count; i++) {
-            size += 2 + all[i].text.size();
+            size += 1 + all[i].text.size();
         }
         return size;
     }
@@ -107,17 +128,17 @@ bool begins_with_name(std::string_view text, std::string_view name) {
            text.starts_with(name);
 }
 
-// The forms that a name of this length takes at the beginning of `rest`.
-int forms_at(std::string_view rest, size_t length, bool after_sign) {
+// Whether a name of these forms and this length may stand at the beginning of `rest`.
+bool fits(unsigned forms, size_t length, std::string_view rest, bool after_sign) {
     if (after_sign) {
-        return FLAG;
+        return (forms & FLAG) != 0;
     }
-    return rest.size() > length && rest[length] == '=' ? OPTION | WHOLE : WHOLE;
+    return forms == WHOLE || ((forms & OPTION) != 0 && rest.size() > length && rest[length] == '=');
 }
 
 // The names as the executable holds them, without a pointer to each, which would take more room
 // than they do: a hash table whose buckets lie one after the other in one text, each name behind
-// its forms and its length. The hash covers as many bytes as the shortest name has.
+// a byte for its forms and its length. The hash covers as many bytes as the shortest name has.
 class name_table {
 public:
     consteval name_table() {
@@ -144,13 +165,13 @@ public:
         }
         const size_t bucket = bucket_of(rest);
         for (size_t at = starts[bucket]; at < starts[bucket + 1];) {
-            const auto forms = static_cast<unsigned char>(text[at]);
-            const std::string_view name(&text[at + 2], static_cast<size_t>(text[at + 1]));
-            if ((forms & forms_at(rest, name.size(), after_sign)) != 0 &&
+            const unsigned head = static_cast<unsigned char>(text[at]);
+            const std::string_view name(&text[at + 1], head >> FORM_BITS);
+            if (fits(head & (FLAG | OPTION), name.size(), rest, after_sign) &&
                 begins_with_name(rest, name)) {
                 return true;
             }
-            at += 2 + name.size();
+            at += 1 + name.size();
         }
         return false;
     }
@@ -162,10 +183,9 @@ private:
 
     // Returned is where the next goes.
     consteval size_t put(const obsolete_name &name, size_t at) {
-        text[at] = static_cast<char>(name.forms);
-        text[at + 1] = static_cast<char>(name.text.size());
-        std::ranges::copy(name.text, &text[at + 2]);
-        return at + 2 + name.text.size();
+        text[at] = static_cast<char>(name.text.size() << FORM_BITS | name.forms);
+        std::ranges::copy(name.text, &text[at + 1]);
+        return at + 1 + name.text.size();
     }
 
     static constexpr size_t bucket_of(std::string_view text) {
@@ -192,10 +212,10 @@ bool is_obsolete(const char *arg) {
         return false;
     }
     if (arg[1] != 'X') {
-        return begins_with_any(arg, OBSOLETE);
+        return begins_with_one_of(arg, OBSOLETE.data());
     }
     if (arg[2] != 'X' || arg[3] != ':') {
-        return begins_with_any(arg, OBSOLETE_X);
+        return begins_with_one_of(arg, OBSOLETE_X.data());
     }
     const char *rest = arg + strlen("-XX:");
     const bool has_sign = *rest == '+' || *rest == '-';
@@ -206,7 +226,7 @@ bool is_obsolete(const char *arg) {
 
 int is_ignore_property(const char *arg, int check_obsolete) {
     if (begins_with_any(arg, configured(ignore_properties_array, ignore_properties_count)) ||
-        begins_with_any(arg, ALWAYS_IGNORED)) {
+        begins_with_one_of(arg, ALWAYS_IGNORED.data())) {
         return 1;
     }
     if (!check_obsolete || !is_obsolete(arg)) {
@@ -237,9 +257,7 @@ int is_possible_path_arg(const char *arg) {
 }
 
 int is_xbootclasspath_arg(const char *arg) {
-    constexpr const char *FORMS[] = {
-        "-Xbootclasspath:", "-Xbootclasspath/p:", "-Xbootclasspath/a:"};
-    return begins_with_any(arg, FORMS) ? 1 : 0;
+    return begins_with_one_of(arg, "-Xbootclasspath:\0-Xbootclasspath/p:\0-Xbootclasspath/a:\0");
 }
 
 char *convertXrunToAgentLib(const char *arg) {

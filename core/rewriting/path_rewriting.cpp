@@ -2,7 +2,6 @@
 
 #include <cstring>
 #include <new>
-#include <optional>
 
 #include "core/config_text.h"
 #include "core/jlp_vars.h"
@@ -167,8 +166,8 @@ void rewrite_list(std::string_view paths, std::string_view old_home, const char 
                   text_buffer &list) {
     const bool has_commas_alone = paths.find(path_separator) == std::string_view::npos;
     const char separator = has_commas_alone ? ',' : path_separator;
-    std::optional<path_list_walk> own_walk;
-    path_list_walk &walk = shared_walk != nullptr ? *shared_walk : own_walk.emplace();
+    const shared_disk_queries shared;
+    path_list_walk &walk = *shared_walk;
     while (true) {
         const size_t length = paths.find(separator);
         const bool is_last = length == std::string_view::npos;
@@ -211,10 +210,10 @@ char *replaceLauncherHomeWithRIHome(const char *arg, const char *old_home, const
 }
 
 void resolve_path(const char *old_path, char *result) {
-    path_list_walk walk;
-    resolve(walk, old_path);
+    const shared_disk_queries shared;
+    resolve(*shared_walk, old_path);
     result[0] = '\0';
-    append_to_state_text(result, walk.resolved.c_str());
+    append_to_state_text(result, shared_walk->resolved.c_str());
 }
 
 char *replace_char(char *text, char from, char to) {
@@ -226,12 +225,16 @@ char *replace_char(char *text, char from, char to) {
     return text;
 }
 
-shared_disk_queries::shared_disk_queries() {
-    shared_walk = new (JLI_MemAlloc(sizeof(path_list_walk))) path_list_walk;
+shared_disk_queries::shared_disk_queries() : is_outermost(shared_walk == nullptr) {
+    if (is_outermost) {
+        shared_walk = new (JLI_MemAlloc(sizeof(path_list_walk))) path_list_walk;
+    }
 }
 
 shared_disk_queries::~shared_disk_queries() {
-    shared_walk->~path_list_walk();
-    JLI_MemFree(shared_walk);
-    shared_walk = nullptr;
+    if (is_outermost) {
+        shared_walk->~path_list_walk();
+        JLI_MemFree(shared_walk);
+        shared_walk = nullptr;
+    }
 }

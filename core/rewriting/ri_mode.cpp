@@ -41,22 +41,21 @@ bool ends_with_module_option(const argument_list &list) {
 void process_single_arg_for_ri(const char *arg, char **leading, int *leading_count, char **trailing,
                                int *trailing_count, int *main_class_found,
                                int *expect_classpath_value) {
-    const std::string_view text(arg);
     const argument_list to_leading = {leading, leading_count};
     const argument_list to_trailing = {trailing, trailing_count};
     if (*main_class_found) {
         place(to_trailing, arg);
-    } else if (is_class_path_option(text)) {
+    } else if (is_class_path_option(arg)) {
         place(to_leading, arg);
         *expect_classpath_value = 1;
-    } else if (is_class_path_assignment(text)) {
+    } else if (is_class_path_assignment(arg)) {
         place(to_leading, moved_assignment(arg, jvm_home));
     } else if (*expect_classpath_value) {
         place(to_leading, moved_value(arg, jvm_home));
         *expect_classpath_value = 0;
     } else if (ends_with_module_option(to_leading)) {
         place(to_leading, arg);
-    } else if (ends_options(text)) {
+    } else if (ends_options(arg)) {
         place(to_trailing, arg);
         *main_class_found = 1;
     } else if (is_xbootclasspath_arg(arg)) {

@@ -2,13 +2,14 @@
 #define CORE_REWRITING_SHARED_DISK_QUERIES_H
 
 // While one stands, all path lists (path_rewriting.h) share what they ask of the disk: the current
-// directory once, and each prefix that exists once. Without one a list asks for itself. There is
-// never more than one.
+// directory once, and each prefix that exists once. Within another it shares what that one has.
 struct shared_disk_queries {
     shared_disk_queries();
     ~shared_disk_queries();
     shared_disk_queries(const shared_disk_queries &) = delete;
     shared_disk_queries &operator=(const shared_disk_queries &) = delete;
+
+    const bool is_outermost;
 };
 
 #endif

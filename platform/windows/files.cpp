@@ -5,16 +5,51 @@
 #include <sys/stat.h>
 
 #include <cstdlib>
+#include <cstring>
 
 #include "platform/windows/wide_text.h"
 #include "platform/windows_services.h"
 
-entry_kind kind_of(const char *path) {
-    struct stat status;
-    if (stat(path, &status) != 0) {
+namespace {
+
+constexpr char SEPARATORS[] = "\\/";
+
+// The length of "C:\", or of "\\server\share\", or 1.
+size_t root_length(const char *path) {
+    if (path[0] != '\0' && path[1] == ':') {
+        return 3;
+    }
+    if (strspn(path, SEPARATORS) < 2) {
+        return 1;
+    }
+    const char *share = path + 2 + strcspn(path + 2, SEPARATORS);
+    share += *share == '\0' ? 0 : 1;
+    return static_cast<size_t>(share - path) + strcspn(share, SEPARATORS) + 1;
+}
+
+entry_kind kind_without_surplus(const char *path) {
+    struct _stat64 status;
+    if (path == nullptr || _stat64(path, &status) != 0) {
         return entry_kind::missing;
     }
     return (status.st_mode & S_IFMT) == S_IFDIR ? entry_kind::directory : entry_kind::file;
+}
+
+} // namespace
+
+// The runtime knows no path that ends in a separator, unless it is a root.
+entry_kind kind_of(const char *path) {
+    const size_t length = strlen(path);
+    if (length <= root_length(path) || strchr(SEPARATORS, path[length - 1]) == nullptr) {
+        return kind_without_surplus(path);
+    }
+    char *entry = strdup(path);
+    if (entry != nullptr) {
+        entry[length - 1] = '\0';
+    }
+    const entry_kind kind = kind_without_surplus(entry);
+    free(entry);
+    return kind;
 }
 
 // fopen() has no sign for the handle's inheritance that every msvcrt.dll knows.
