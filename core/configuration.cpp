@@ -74,25 +74,24 @@ void load_value(config_loading &loading, const setting &row, text_ptr value) {
     }
 }
 
-void load_line(config_loading &loading, std::string_view line) {
+void load_line(config_loading &loading, const char *line) {
     if (const setting *row = setting_of(line); row != nullptr) {
-        line.remove_prefix(strlen(row->key) + 1);
-        load_value(loading, *row, copy_text(trimmed(line)));
+        load_value(loading, *row, copy_text(trimmed(line + strlen(row->key) + 1)));
     }
 }
 
 // A line that is longer than the buffer arrives in pieces, each a line of its own.
 void read_lines(config_loading &loading, FILE *file) {
-    constexpr std::string_view byte_order_mark = "\xEF\xBB\xBF";
+    constexpr char byte_order_mark[] = "\xEF\xBB\xBF";
     const text_ptr buffer(new_state_text());
     bool is_first = true;
     while (fgets(buffer.get(), TEXT_SIZE, file) != nullptr) {
-        std::string_view line(buffer.get());
-        if (is_first && line.starts_with(byte_order_mark)) {
-            line.remove_prefix(byte_order_mark.size());
+        const char *line = buffer.get();
+        if (is_first && begins_with(line, byte_order_mark)) {
+            line += strlen(byte_order_mark);
         }
         is_first = false;
-        if (!line.starts_with('#')) {
+        if (*line != '#') {
             load_line(loading, line);
         }
     }

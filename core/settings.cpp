@@ -134,9 +134,9 @@ constexpr setting SETTINGS[] = {
 };
 static_assert(SETTINGS[SETTING_COUNT - 1].key != nullptr, "SETTING_COUNT exceeds the rows");
 
-const setting *setting_of(std::string_view line) {
+const setting *setting_of(const char *line) {
     for (const setting &row : SETTINGS) {
-        if (line.starts_with(row.key) && line.find('=') == strlen(row.key)) {
+        if (begins_with(line, row.key) && line[strlen(row.key)] == '=') {
             return &row;
         }
     }

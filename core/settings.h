@@ -4,8 +4,6 @@
 // The keys of launcher.cfg. What is known about a key stands in its row and nowhere else: the
 // presets, the reader, the dump and the limits of the lists walk the rows.
 
-#include <string_view>
-
 enum class value_kind {
     toggle,      // on when it begins with "true"
     path,        // kept as a full path, a relative one from launcher_home; an empty one is none
@@ -54,8 +52,9 @@ struct setting {
 enum { SETTING_COUNT = 16 };
 extern const setting SETTINGS[SETTING_COUNT]; // in the order of the dump
 
-// The row whose key and "=" a line begins with; null for every other line, which is passed over.
-const setting *setting_of(std::string_view line);
+// The row whose key and "=" a line begins with, which a zero byte ends somewhere; null for every
+// other line, which is passed over.
+const setting *setting_of(const char *line);
 
 // The row whose value is kept in this text or flag of the launcher state; null for another.
 const setting *setting_kept_in(const void *place);

@@ -12,7 +12,6 @@ struct state_array {
     char **slots;
     int capacity;
     const char *holds;
-    const char *more = "";
 };
 
 constexpr state_array STATE_ARRAYS[] = {
@@ -24,26 +23,32 @@ constexpr state_array STATE_ARRAYS[] = {
     {options_for_quorvel_guest_var, VARIABLE_SLOTS, "guest options of an option variable"},
 };
 
-state_array describe(char **array) {
+struct array_limit {
+    int capacity = ARGUMENT_SLOTS;
+    const char *holds = "entries";
+    const char *more = "";
+};
+
+array_limit limit_of(char **array) {
     for (const state_array &known : STATE_ARRAYS) {
         if (known.slots == array) {
-            return known;
+            return {known.capacity, known.holds};
         }
     }
     for (const setting &row : SETTINGS) {
         if (row.list != nullptr && row.list->slots == array) {
-            return {array, row.list->limit, row.key, " entries"};
+            return {row.list->limit, row.key, " entries"};
         }
     }
-    return {array, ARGUMENT_SLOTS, "entries"};
+    return {};
 }
 
 } // namespace
 
 void append_entry(char **array, int *count, char *entry) {
-    const state_array known = describe(array);
-    if (*count >= known.capacity) {
-        refuse_entry(format_text("%s%s", known.holds, known.more).get(), known.capacity);
+    const array_limit limit = limit_of(array);
+    if (*count >= limit.capacity) {
+        refuse_entry(format_text("%s%s", limit.holds, limit.more).get(), limit.capacity);
     }
     array[(*count)++] = entry;
 }

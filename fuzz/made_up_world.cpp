@@ -93,17 +93,10 @@ WRAP(char *, getenv, (const char *name)) {
 }
 
 // get_environment_value
-WRAP(size_t, get_environment_value, (const char *name, char *buffer, size_t size)) {
-    std::string &value = world.changes.count(name) == 1 ? world.changes[name] : world.variables[name];
-    const size_t length = value.size();
-    if (length < size) {
-        memcpy(buffer, value.c_str(), length + 1);
-        return length;
-    }
-    if (size == 0 && value.find('+') != std::string::npos) {
-        value.resize(length % 3 * length, '+');
-    }
-    return length == 0 ? 0 : length + 1;
+WRAP(bool, get_environment_value, (const char *name, char **found)) {
+    const std::string &value = world.changes.count(name) == 1 ? world.changes[name] : world.variables[name];
+    *found = value.empty() ? nullptr : strdup(value.c_str());
+    return true;
 }
 
 WRAP(BOOL, SetEnvironmentVariableA, (LPCSTR name, LPCSTR value)) {

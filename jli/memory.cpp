@@ -12,13 +12,17 @@ namespace {
 template <typename Block>
 Block *or_exit(Block *block, const char *function) {
     if (block == nullptr) {
-        perror(function);
-        end_process(1, "out of memory");
+        end_without_memory(function);
     }
     return block;
 }
 
 } // namespace
+
+void end_without_memory(const char *function) {
+    perror(function);
+    end_process(1, "out of memory");
+}
 
 void *JLI_MemAlloc(size_t size) {
     return or_exit(malloc(size), "malloc");

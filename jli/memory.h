@@ -20,6 +20,11 @@ void JLI_MemFree(void *block);
 }
 #endif
 
+#ifdef __cplusplus
+// How they end the process: `function` is the one that had no memory.
+[[noreturn]] void end_without_memory(const char *function);
+#endif
+
 /* Marks a function that formats as printf does, so that the compiler checks its calls. */
 #ifdef __GNUC__
 #define JLI_PRINTF_LIKE(text, first) __attribute__((format(__printf__, text, first)))

@@ -19,16 +19,12 @@
 namespace {
 
 void trace_input_command(int argc, char **argv) {
-    JLI_TraceLauncher("INPUT COMMAND:\n"
-                      "--------------\n"
-                      "    ");
-    for (int i = 0; i < argc; i++) {
-        JLI_TraceLauncher("%s", argv[i]);
-        if (i < argc - 1) {
-            JLI_TraceLauncher(" ");
-        }
+    if (JLI_IsTraceLauncher()) {
+        JLI_TraceLauncher("INPUT COMMAND:\n"
+                          "--------------\n"
+                          "   %s\n\n",
+                          joined_arguments(argv, argc).text.get());
     }
-    JLI_TraceLauncher("\n\n");
 }
 
 void trace_key_directories(const char *executable_file_path) {
@@ -44,8 +40,7 @@ void trace_key_directories(const char *executable_file_path) {
 text_ptr own_line() {
     text_ptr line(own_arguments_text());
     if (line == nullptr) {
-        perror("malloc");
-        exit(1);
+        end_without_memory("malloc");
     }
     return line;
 }

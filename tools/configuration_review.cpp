@@ -117,7 +117,7 @@ void review_lines(std::string_view rest, const char *path) {
             setting_count++;
         }
         if (!is_utf_8(line)) {
-            add_finding(cause::line, setting_of(line),
+            add_finding(cause::line, setting_of(line.data()),
                         format_text("Line %d of launcher.cfg holds letters in an old code page: "
                                     "save %s as UTF-8.",
                                     number, path));

@@ -106,7 +106,7 @@ void review_passed_over(int number, std::string_view line) {
 // One that sets something is worth a word where that very key is missing.
 void review_comment(int number, std::string_view line) {
     line.remove_prefix(1);
-    const setting *row = setting_of(trimmed(line));
+    const setting *row = setting_of(trimmed(line).data());
     if (row != nullptr) {
         add_finding(
             cause::hidden, row,
@@ -122,7 +122,7 @@ bool is_remark(std::string_view text) {
 } // namespace
 
 bool review_line(int number, std::string_view line) {
-    const setting *row = setting_of(line);
+    const setting *row = setting_of(line.data());
     if (row != nullptr) {
         line.remove_prefix(strlen(row->key) + 1);
         review_value(number, *row, copy_text(trimmed(line)));

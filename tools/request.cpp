@@ -120,8 +120,7 @@ request read_request(int argc, char *const *argv) {
     request asked;
     own_line.reset(own_arguments_text());
     if (own_line == nullptr) {
-        perror("malloc");
-        exit(1);
+        end_without_memory("malloc");
     }
     own_words = copy_text(own_line.get());
     word_reader words = {own_line.get(), own_words.get()};

@@ -153,7 +153,9 @@ BOOL SetEnvironmentVariableA(LPCSTR name, LPCSTR value) {
     return TRUE;
 }
 
-size_t get_environment_value(const char *name, char *buffer, size_t size) {
-    const DWORD length = GetEnvironmentVariableA(name, buffer, static_cast<DWORD>(size));
-    return size == 0 && length == 1 ? 0 : length; // of an empty value, the size of its terminator
+bool get_environment_value(const char *name, char **value) {
+    const char *found = is_name(name) ? find_value(name) : nullptr;
+    const bool is_empty = found == nullptr || *found == '\0';
+    *value = is_empty ? nullptr : strdup(found);
+    return is_empty || *value != nullptr;
 }

@@ -1,46 +1,22 @@
 #include "platform/environment.h"
 
-#include <cstdint>
 #include <cstdlib>
 
+#include "platform/windows/wide_text.h"
 #include "platform/windows_services.h"
 
-namespace {
-
-// The value as bytes, of which the terminator is the last.
-size_t convert_value(const wchar_t *wide, DWORD length, char *buffer, size_t size) {
-    const int bytes = WideCharToMultiByte(CP_ACP, 0, wide, static_cast<int>(length), nullptr, 0,
-                                          nullptr, nullptr);
-    if (bytes <= 0) {
-        return SIZE_MAX;
-    }
-    const size_t needed = static_cast<size_t>(bytes) + 1;
-    if (needed > size) {
-        return needed;
-    }
-    WideCharToMultiByte(CP_ACP, 0, wide, static_cast<int>(length), buffer, bytes, nullptr, nullptr);
-    buffer[bytes] = '\0';
-    return static_cast<size_t>(bytes);
-}
-
-} // namespace
-
 // By way of the wide service: Wine's narrow one cuts a value that has more bytes than characters.
-size_t get_environment_value(const char *name, char *buffer, size_t size) {
-    wchar_t wide_name[64];
-    if (MultiByteToWideChar(CP_ACP, 0, name, -1, wide_name, 64) == 0) {
-        return 0;
+bool get_environment_value(const char *name, char **value) {
+    *value = nullptr;
+    wchar_t *wide_name = wide_text(name);
+    const DWORD room = wide_name == nullptr ? 0 : GetEnvironmentVariableW(wide_name, nullptr, 0);
+    wchar_t *wide = room <= 1 ? nullptr : static_cast<wchar_t *>(malloc(room * sizeof *wide));
+    if (wide != nullptr) {
+        const DWORD length = GetEnvironmentVariableW(wide_name, wide, room);
+        *value = length < room ? narrow_text(wide, static_cast<int>(length)) : nullptr;
     }
-    const DWORD room = GetEnvironmentVariableW(wide_name, nullptr, 0);
-    if (room <= 1) {
-        return 0;
-    }
-    wchar_t *wide = static_cast<wchar_t *>(malloc(room * sizeof(wchar_t)));
-    if (wide == nullptr) {
-        return SIZE_MAX;
-    }
-    const DWORD length = GetEnvironmentVariableW(wide_name, wide, room);
-    const size_t result = length < room ? convert_value(wide, length, buffer, size) : SIZE_MAX;
+    const bool is_known = wide_name != nullptr && (room <= 1 || *value != nullptr);
+    free(wide_name);
     free(wide);
-    return result;
+    return is_known;
 }

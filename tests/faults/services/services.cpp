@@ -111,8 +111,8 @@ PLAIN_FUNCTION(fputs, EOF, int, fputs, (const char *text, FILE *file), (text, fi
 PLAIN_FUNCTION(fflush, EOF, int, fflush, (FILE *file), (file))
 PLAIN_FUNCTION(kind_of, entry_kind::missing, entry_kind, kind_of, (const char *path), (path))
 PLAIN_FUNCTION(current_directory, nullptr, char *, current_directory, (void), ())
-PLAIN_FUNCTION(get_environment_value, 0, size_t, get_environment_value, (const char *name, char *buffer, size_t size),
-               (name, buffer, size))
+PLAIN_FUNCTION(get_environment_value, (*value = nullptr, true), bool, get_environment_value,
+               (const char *name, char **value), (name, value))
 PLAIN_FUNCTION(format_by_runtime, -1, int, format_by_runtime,
                (char *buffer, size_t size, const char *format, va_list arguments), (buffer, size, format, arguments))
 // clang-format on
