@@ -51,7 +51,7 @@ function(smallest_windows_program target entry)
   target_compile_options(${target} PRIVATE $<$<COMPILE_LANGUAGE:CXX>:-fwhole-program
     -fno-function-sections -Oz -fno-expensive-optimizations -fno-move-loop-invariants
     -fno-caller-saves -fno-gcse -fno-tree-tail-merge -malign-data=abi
-    "SHELL:--param large-stack-frame=100" "SHELL:--param large-stack-frame-growth=50">)
+    --param=large-stack-frame=100 --param=large-stack-frame-growth=50>)
   # The relocations that are disabled are those that the compiler's start-up code would make.
   target_link_options(${target} PRIVATE -nostartfiles -Wl,--entry,${entry} -Wl,-T,${script}
     -Wl,--disable-auto-import,--disable-runtime-pseudo-reloc)

@@ -4,6 +4,8 @@
 #include <fstream>
 #include <iterator>
 
+#include <unistd.h>
+
 namespace {
 
 const fs::path &root() {
@@ -20,8 +22,14 @@ std::string replaced(std::string text, const std::string &from, const std::strin
 
 } // namespace
 
+// What a process that has just ended had open may be closed a moment later.
 void make_disk() {
-    fs::remove_all(root());
+    std::error_code error;
+    for (int tries = 0; tries == 0 || (error && tries < 100); tries++) {
+        usleep(tries == 0 ? 0 : 50000);
+        error.clear();
+        fs::remove_all(root(), error);
+    }
     fs::create_directories(root());
     static std::string drive = "QVL_HOST_DRIVE_C=" + to_text(root());
     putenv(drive.data());
