@@ -119,7 +119,7 @@ set "mark=QUORVEL_VERSION="
 call :try_search
 if "%found%"=="launcher" popd & exit /b 0
 set "search="%SystemRoot%\System32\find.exe" "
-set "mark=java doesn't exist in CONTAINER_HOME"
+set "mark=java doesn't exist in"
 call :try_search
 if not "%found%"=="launcher" set "fault=the package is not complete, its bin\java.exe is missing or no launcher"
 popd
