@@ -1,6 +1,5 @@
 #include "jli/arg_bookkeeping.h"
 
-#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
@@ -31,7 +30,7 @@ constexpr std::string_view AFTER_DASH = "-cdmp";
 
 consteval bool all_follow(const char *names) {
     while (*names != '\0' && AFTER_DASH.find(names[1]) != std::string_view::npos) {
-        names = std::find(names, names + 100, '\0') + 1;
+        names += std::string_view(names).size() + 1;
     }
     return *names == '\0';
 }

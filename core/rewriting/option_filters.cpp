@@ -16,7 +16,7 @@ namespace {
 // No constant expression may call this: it is how the compiler names the fault in a table.
 [[maybe_unused]] void error_entry_can_never_match() {}
 
-consteval void require_match(bool can_match) {
+constexpr void require_match(bool can_match) {
     if (!can_match) {
         error_entry_can_never_match();
     }
@@ -24,7 +24,7 @@ consteval void require_match(bool can_match) {
 
 // The table without its end. Each entry begins with `start`, and none with one of `elsewhere`:
 // arguments that do are not held against this table.
-consteval std::span<const char *const>
+constexpr std::span<const char *const>
 entries_of(std::span<const char *const> table, std::string_view start,
            std::initializer_list<std::string_view> elsewhere = {}) {
     const auto entries = table.first(table.size() - 1);
