@@ -6,6 +6,7 @@
 #include "core/configuration.h"
 #include "core/java_versions.h"
 #include "core/jlp_vars.h"
+#include "core/rewriting/shared_disk_queries.h"
 #include "core/settings.h"
 #include "core/state_arrays.h"
 #include "core/state_text.h"
@@ -120,6 +121,7 @@ void release_jlp_for_native_invocation() {
         return;
     }
     reset_jlp_for_native_invocation();
+    shared_disk_queries::forget();
     release_entries(newPathList, &newPathListCount);
     release_kept_blocks();
     restore_entries(allow_vm_properties_array, allow_vm_properties_loaded);

@@ -78,7 +78,7 @@ void start() {
 // Gives back heap blocks and streams, and with them what the launcher state points to.
 void release() {
     // A run that has ended on its way has left the shared queries standing.
-    shared_disk_queries();
+    shared_disk_queries::forget();
     for (FILE *stream : product.streams) {
         __real_fclose(stream);
     }

@@ -233,6 +233,12 @@ shared_disk_queries::shared_disk_queries() : is_outermost(shared_walk == nullptr
 
 shared_disk_queries::~shared_disk_queries() {
     if (is_outermost) {
+        forget();
+    }
+}
+
+void shared_disk_queries::forget() {
+    if (shared_walk != nullptr) {
         shared_walk->~path_list_walk();
         JLI_MemFree(shared_walk);
         shared_walk = nullptr;

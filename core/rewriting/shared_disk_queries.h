@@ -9,6 +9,9 @@ struct shared_disk_queries {
     shared_disk_queries(const shared_disk_queries &) = delete;
     shared_disk_queries &operator=(const shared_disk_queries &) = delete;
 
+    // Ends the one that a run which was left on its way has kept standing.
+    static void forget();
+
     const bool is_outermost;
 };
 
