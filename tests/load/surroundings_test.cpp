@@ -37,6 +37,14 @@ outcome run_unread(const std::string &order) {
 
 } // namespace
 
+// 259 is also what Windows calls a process that has not ended.
+TEST_F(surroundings, every_bit_of_the_exit_code_comes_back) {
+    for (const uint32_t code : {7u, 255u, 256u, 259u, 0x7FFFFFFFu, 0xC0000005u, 0xFFFFFFFFu}) {
+        const std::string order = "exit=" + std::to_string(code);
+        EXPECT_EQ(run_launcher(LAUNCHER, {order}).status, on_windows ? code : code % 256) << code;
+    }
+}
+
 // The launcher's last line, after the child's own, shows that it has waited to the end.
 TEST_F(surroundings, whoever_started_it_is_killed) {
     put_folder("C:\\work\\run");
@@ -86,6 +94,7 @@ TEST_F(surroundings, its_log_takes_nothing_or_is_another_launchers_too) {
 
     // The second empties the log and writes from its beginning; the first has nothing more to say.
     const uint32_t first = start_traced("C:\\work\\1"), second = start_traced("C:\\work\\2");
+    EXPECT_EQ(job_exists("pid_" + std::to_string(second)), on_windows);
     const outcome of_first = let_end(first, "C:\\work\\1"), of_second = let_end(second, "C:\\work\\2");
     for (const outcome &one : {of_first, of_second}) {
         EXPECT_EQ(one.status, 6u);

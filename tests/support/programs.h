@@ -50,10 +50,6 @@ uint32_t wait_for_end(uint32_t process_id);
 void end_by_force(uint32_t process_id);
 bool is_running(uint32_t process_id);
 
-// What a running process holds and has cost: open handles (descriptors), nanoseconds of processor time.
-size_t handle_count(uint32_t process_id);
-uint64_t processor_time(uint32_t process_id);
-
 // The bytes of this process's heap that are in use; 0 where a sanitizer keeps it.
 size_t heap_in_use();
 

@@ -53,17 +53,6 @@ bool is_running(uint32_t process_id) {
     return !text.empty() && text[text.rfind(')') + 2] != 'Z';
 }
 
-size_t handle_count(uint32_t process_id) {
-    const fs::directory_iterator descriptors("/proc/" + std::to_string(process_id) + "/fd");
-    return static_cast<size_t>(std::distance(begin(descriptors), end(descriptors)));
-}
-
-uint64_t processor_time(uint32_t process_id) {
-    uint64_t nanoseconds = 0;
-    std::ifstream("/proc/" + std::to_string(process_id) + "/schedstat") >> nanoseconds;
-    return nanoseconds;
-}
-
 size_t heap_in_use() {
     return mallinfo2().uordblks;
 }

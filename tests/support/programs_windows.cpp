@@ -1,13 +1,10 @@
 #include "tests/support/programs.h"
 
-#include <algorithm>
 #include <array>
 #include <io.h>
 #include <map>
 
 #include "platform/windows_services.h"
-
-#include <winternl.h>
 
 namespace {
 
@@ -29,12 +26,6 @@ HANDLE open_closed_pipe() {
     CreatePipe(&reader, &writer, &inherited, 0);
     CloseHandle(reader);
     return writer;
-}
-
-std::vector<char> ask_system(SYSTEM_INFORMATION_CLASS information) {
-    std::vector<char> answer(1 << 22);
-    NtQuerySystemInformation(information, answer.data(), static_cast<ULONG>(answer.size()), nullptr);
-    return answer;
 }
 
 std::string quoted(const std::string &text) {
@@ -119,26 +110,6 @@ bool is_running(uint32_t process_id) {
     const bool running = process != nullptr && WaitForSingleObject(process, 0) == WAIT_TIMEOUT;
     CloseHandle(process);
     return running;
-}
-
-// Counted in the list of all handles: of another process, Wine knows no count.
-size_t handle_count(uint32_t process_id) {
-    const std::vector<char> answer = ask_system(SystemHandleInformation);
-    const auto *all = reinterpret_cast<const SYSTEM_HANDLE_INFORMATION *>(answer.data());
-    return static_cast<size_t>(std::count_if(all->Handle, all->Handle + all->Count,
-                                             [&](const auto &handle) { return handle.OwnerPid == process_id; }));
-}
-
-// Found in the list of all processes: of another process, Wine knows no times.
-uint64_t processor_time(uint32_t process_id) {
-    const std::vector<char> answer = ask_system(SystemProcessInformation);
-    const char *at = answer.data();
-    const auto *process = reinterpret_cast<const SYSTEM_PROCESS_INFORMATION *>(at);
-    while (HandleToULong(process->UniqueProcessId) != process_id && process->NextEntryOffset != 0) {
-        at += process->NextEntryOffset;
-        process = reinterpret_cast<const SYSTEM_PROCESS_INFORMATION *>(at);
-    }
-    return static_cast<uint64_t>(process->UserTime.QuadPart + process->KernelTime.QuadPart) * 100;
 }
 
 size_t heap_in_use() {
