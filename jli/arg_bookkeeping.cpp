@@ -24,19 +24,24 @@ struct {
     bool relaunch = false;
 } seen;
 
-// The bytes that follow the dash of an option that takes a value or is looked for below. Nearly all
-// options go on with another one: "-D", "-X".
-constexpr std::string_view AFTER_DASH = "-cdmp";
-
-consteval bool all_follow(const char *names) {
-    while (*names != '\0' && AFTER_DASH.find(names[1]) != std::string_view::npos) {
-        names += std::string_view(names).size() + 1;
-    }
-    return *names == '\0';
+// Whether an option that takes a value or is looked for below goes on like this after its dash.
+// Nearly all options go on with another byte: "-D", "-X".
+constexpr bool may_be_known(char after_dash) {
+    return after_dash == '-' || after_dash == 'c' || after_dash == 'd' || after_dash == 'm' ||
+           after_dash == 'p';
 }
-static_assert(all_follow(MODULE_OPTIONS) && all_follow(CLASS_PATH_OPTIONS) &&
-              all_follow(LAUNCHER_MAIN_OPTIONS) && all_follow(DESCRIBE_MODULE_OPTIONS) &&
-              all_follow(SOURCE_OPTIONS));
+
+consteval bool all_may_be_known(const char *packed_names) {
+    while (*packed_names != '\0' && may_be_known(packed_names[2])) {
+        packed_names += 1 + *packed_names;
+    }
+    return *packed_names == '\0';
+}
+static_assert(all_may_be_known(MODULE_OPTIONS.data()) &&
+              all_may_be_known(CLASS_PATH_OPTIONS.data()) &&
+              all_may_be_known(LAUNCHER_MAIN_OPTIONS.data()) &&
+              all_may_be_known(DESCRIBE_MODULE_OPTIONS.data()) &&
+              all_may_be_known(SOURCE_OPTIONS.data()));
 
 } // namespace
 
@@ -66,7 +71,7 @@ void checkArg(const char *arg) {
     if (*arg != '-') {
         is_app_arg = !seen.expectingNoDashArg;
         seen.expectingNoDashArg = false;
-    } else if (AFTER_DASH.find(arg[1]) == std::string_view::npos) {
+    } else if (!may_be_known(arg[1])) {
         seen.expectingNoDashArg = false;
     } else if (IsWhiteSpaceOption(arg)) {
         // The name after --module or -m is no option value: it begins the application's arguments.
@@ -82,7 +87,7 @@ void checkArg(const char *arg) {
 }
 
 int isTerminalOpt(const char *arg) {
-    return is_one_of(TERMINAL_OPTIONS, arg) || JLI_StrCCmp(arg, MODULE_PREFIX) == 0;
+    return is_one_of(TERMINAL_OPTIONS.data(), arg) || JLI_StrCCmp(arg, MODULE_PREFIX) == 0;
 }
 
 bool expands_arg_files() {

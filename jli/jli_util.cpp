@@ -9,8 +9,9 @@
 namespace {
 
 bool is_launcher_option(const char *arg) {
-    return is_one_of(CLASS_PATH_OPTIONS, arg) || is_one_of(LAUNCHER_MAIN_OPTIONS, arg) ||
-           is_one_of(DESCRIBE_MODULE_OPTIONS, arg) || is_one_of(SOURCE_OPTIONS, arg);
+    return is_one_of(CLASS_PATH_OPTIONS.data(), arg) ||
+           is_one_of(LAUNCHER_MAIN_OPTIONS.data(), arg) ||
+           is_one_of(DESCRIBE_MODULE_OPTIONS.data(), arg) || is_one_of(SOURCE_OPTIONS.data(), arg);
 }
 
 char *joined(JLI_List list, std::string_view separator) {
@@ -29,15 +30,6 @@ char *joined(JLI_List list, std::string_view separator) {
 }
 
 } // namespace
-
-bool is_one_of(const char *names, const char *arg) {
-    for (const char *name = names; *name != '\0'; name += strlen(name) + 1) {
-        if (strcmp(name, arg) == 0) {
-            return true;
-        }
-    }
-    return false;
-}
 
 JLI_List JLI_List_new(size_t capacity) {
     JLI_List list = static_cast<JLI_List>(JLI_MemAlloc(sizeof(JLI_List_)));
@@ -117,11 +109,11 @@ int JLI_HasSuffix(const char *text, const char *suffix) {
 }
 
 int IsClassPathOption(const char *arg) {
-    return is_one_of(CLASS_PATH_OPTIONS, arg);
+    return is_one_of(CLASS_PATH_OPTIONS.data(), arg);
 }
 
 int IsLauncherMainOption(const char *arg) {
-    return is_one_of(LAUNCHER_MAIN_OPTIONS, arg);
+    return is_one_of(LAUNCHER_MAIN_OPTIONS.data(), arg);
 }
 
 int IsLauncherOption(const char *arg) {
@@ -129,13 +121,13 @@ int IsLauncherOption(const char *arg) {
 }
 
 int IsModuleOption(const char *arg) {
-    return is_one_of(MODULE_OPTIONS, arg);
+    return is_one_of(MODULE_OPTIONS.data(), arg);
 }
 
 int IsLongFormModuleOption(const char *arg) {
-    return begins_with_one_of(arg, LONG_FORM_MODULE_PREFIXES);
+    return begins_with_one_of(arg, LONG_FORM_MODULE_PREFIXES.data());
 }
 
 int IsWhiteSpaceOption(const char *arg) {
-    return is_one_of(MODULE_OPTIONS, arg) || is_launcher_option(arg);
+    return is_one_of(MODULE_OPTIONS.data(), arg) || is_launcher_option(arg);
 }

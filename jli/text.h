@@ -55,14 +55,6 @@ inline bool begins_with_any(const char *text, std::span<const char *const> prefi
     return false;
 }
 
-// The same with a text that holds one behind the other, each with its end.
-inline bool begins_with_one_of(const char *text, const char *prefixes) {
-    while (*prefixes != '\0' && !begins_with(text, prefixes)) {
-        prefixes += strlen(prefixes) + 1;
-    }
-    return *prefixes != '\0';
-}
-
 text_ptr copy_text(std::string_view text);
 text_ptr copy_text(const char *text);
 

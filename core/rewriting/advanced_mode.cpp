@@ -6,20 +6,21 @@
 #include "core/rewriting/java_options.h"
 #include "core/rewriting/jvm_env_vars.h"
 #include "core/rewriting/option_filters.h"
+#include "jli/packed_texts.h"
 #include "jli/text.h"
 
 namespace {
 
 // Properties of both sides.
-constexpr char NETWORK_AND_ENCODING[] =
-    "-Djava.net.preferIPv\0-Dsun.net.inetaddr.ttl=\0-Dnetworkaddress.cache.ttl=\0"
-    "-Dsun.net.inetaddr.negative.ttl=\0-Dnetworkaddress.cache.negative.ttl=\0-Dfile.encoding\0";
+constexpr auto NETWORK_AND_ENCODING = packed(
+    "-Djava.net.preferIPv", "-Dsun.net.inetaddr.ttl=", "-Dnetworkaddress.cache.ttl=",
+    "-Dsun.net.inetaddr.negative.ttl=", "-Dnetworkaddress.cache.negative.ttl=", "-Dfile.encoding");
 
 // Properties of the host.
-constexpr char QUORVEL_PROPERTIES[] = "-Dquorvel:\0-Dcom.quorvel.\0";
+constexpr auto QUORVEL_PROPERTIES = packed("-Dquorvel:", "-Dcom.quorvel.");
 
 // Every other property, and what the guest's user asks its JVM for.
-constexpr char GUEST_OPTIONS[] = "-D\0-help\0-?\0-javaagent\0-manpage\0-version\0";
+constexpr auto GUEST_OPTIONS = packed("-D", "-help", "-?", "-javaagent", "-manpage", "-version");
 
 // To the guest, and to the host as well where it is allowed to have them.
 void place_guest_option(const argument_list &host, const argument_list &guest, const char *arg) {
@@ -70,7 +71,7 @@ void process_single_arg_for_advanced(const char *arg, char **host, int *host_cou
         apply_configured_container_options(guest, guest_count, host, host_count);
         place(to_guest, arg);
         *main_class_found = 1;
-    } else if (begins_with_one_of(arg, NETWORK_AND_ENCODING)) {
+    } else if (begins_with_one_of(arg, NETWORK_AND_ENCODING.data())) {
         place(to_host, arg);
         place(to_guest, arg);
     } else if (begins_with(arg, "-fullversion")) {
@@ -78,13 +79,13 @@ void process_single_arg_for_advanced(const char *arg, char **host, int *host_cou
         place_constant(to_guest, "-version");
     } else if (is_heap_size_in_megabytes(arg)) {
         place_heap_size(to_host, arg);
-    } else if (begins_with_one_of(arg, QUORVEL_PROPERTIES)) {
+    } else if (begins_with_one_of(arg, QUORVEL_PROPERTIES.data())) {
         if (begins_with(arg, "-Dcom.quorvel.rules.local")) {
             place_rules_property(to_host, arg, rule_file_arg_added);
         } else {
             place(to_host, arg);
         }
-    } else if (begins_with_one_of(arg, GUEST_OPTIONS) || is_xbootclasspath_arg(arg)) {
+    } else if (begins_with_one_of(arg, GUEST_OPTIONS.data()) || is_xbootclasspath_arg(arg)) {
         place_guest_option(to_host, to_guest, arg);
     } else {
         place(to_host, arg);

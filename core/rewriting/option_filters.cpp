@@ -9,6 +9,7 @@
 
 #include "core/jlp_vars.h"
 #include "core/rewriting/obsolete_options.h"
+#include "jli/packed_texts.h"
 #include "jli/text.h"
 
 namespace {
@@ -37,7 +38,7 @@ entries_of(std::span<const char *const> table, std::string_view start,
     return entries;
 }
 
-// As begins_with_one_of() takes them: an array of pointers would take twice the room.
+// As begins_with_one_of() takes them.
 template <const auto &table>
 consteval auto joined(std::string_view start,
                       std::initializer_list<std::string_view> elsewhere = {}) {
@@ -51,7 +52,8 @@ consteval auto joined(std::string_view start,
     std::array<char, size> text{};
     char *end = text.data();
     for (const std::string_view entry : entries_of(table, start, elsewhere)) {
-        end = std::ranges::copy(entry, end).out + 1;
+        require_match(entry.size() <= CHAR_MAX);
+        end = pack(end, entry);
     }
     return text;
 }
@@ -257,7 +259,9 @@ int is_possible_path_arg(const char *arg) {
 }
 
 int is_xbootclasspath_arg(const char *arg) {
-    return begins_with_one_of(arg, "-Xbootclasspath:\0-Xbootclasspath/p:\0-Xbootclasspath/a:\0");
+    static constexpr auto FORMS =
+        packed("-Xbootclasspath:", "-Xbootclasspath/p:", "-Xbootclasspath/a:");
+    return begins_with_one_of(arg, FORMS.data());
 }
 
 char *convertXrunToAgentLib(const char *arg) {
