@@ -124,6 +124,15 @@ void ten_times_the_arguments(benchmark::State &state) {
         state, 11, [&] { return rewrite(many); }, [&] { return rewrite(few); });
 }
 
+// The curve: what the time grows to with the number of arguments.
+void of_a_number_of_arguments(benchmark::State &state) {
+    set_state();
+    command_line line = make_command_line(static_cast<size_t>(state.range(0)), true);
+    const two_times times = take_turns(
+        state, [&] { return rewrite(line); }, [&] { return copy(line); });
+    state.counters["subject_us"] = times.subject * 1e6;
+}
+
 double private_bytes() {
     std::ifstream file("/proc/self/smaps_rollup");
     std::string word;
@@ -190,4 +199,11 @@ BENCHMARK_CAPTURE(rewriting_against_copying, E3_no_paths, false, 4)
     ->UseManualTime()
     ->Iterations(400);
 BENCHMARK(ten_times_the_arguments)->Name("E4_time")->UseManualTime()->Iterations(100);
+BENCHMARK(of_a_number_of_arguments)
+    ->Name("curve")
+    ->RangeMultiplier(10)
+    ->Range(10, 1000)
+    ->Arg(MANY)
+    ->UseManualTime()
+    ->MinTime(0.2);
 } // namespace

@@ -1,4 +1,5 @@
-// E1: what rewriting a path list asks of the disk. E2: what the filters cost.
+// E1: what rewriting a path list asks of the disk. E2: what the filters cost. E8: what a path
+// argument costs besides the disk.
 
 #include <cstdlib>
 #include <cstring>
@@ -11,8 +12,10 @@
 #include "core/jlp_utils.h"
 #include "core/rewriting/option_filters.h"
 #include "core/rewriting/path_rewriting.h"
+#include "core/rewriting/shared_disk_queries.h"
 #include "core/state_arrays.h"
 #include "platform/files.h"
+#include "platform/windows_services.h"
 #include "tests/rewriting/plain_walk.h"
 
 namespace {
@@ -107,6 +110,57 @@ void count_current_directory(benchmark::State &state) {
 }
 BENCHMARK(count_current_directory)->Name("E1 getcwd of a path list")->Iterations(10);
 
+// ---- E8 ----
+
+void copy(const char *arg, size_t size) {
+    void *copied = malloc(size);
+    benchmark::DoNotOptimize(copied);
+    memcpy(copied, arg, size);
+    benchmark::ClobberMemory();
+    free(copied);
+}
+
+// Every path as an argument of one command line, less what is asked of the disk for it, against a
+// copy of the argument.
+void path_arguments(benchmark::State &state) {
+    const auto no_release = [] {};
+    std::vector<std::string> arguments;
+    for (const std::string &jar : jars()) {
+        arguments.push_back("-Dlibrary=" + jar);
+    }
+    std::vector<double> copying;
+    const two_times times = take_turns(
+        state,
+        [&] {
+            const shared_disk_queries shared;
+            for (const std::string &arg : arguments) {
+                replaceLauncherHomeWithRIHome(arg.c_str(), "C:\\apps", "C:\\moved", 1, '=');
+            }
+            return [] { release_entries(newPathList, &newPathListCount); };
+        },
+        [&] {
+            char full[260];
+            for (const std::string &jar : jars()) {
+                benchmark::DoNotOptimize(__real_kind_of(jar.c_str()));
+                benchmark::DoNotOptimize(GetFullPathNameA(jar.c_str(), sizeof full, full, nullptr));
+            }
+            return no_release;
+        });
+    for (int i = 0; i < 100; i++) {
+        copying.push_back(seconds_of([&] {
+            for (const std::string &arg : arguments) {
+                copy(arg.c_str(), arg.size() + 1);
+            }
+            return no_release;
+        }));
+    }
+    report_target(state, (times.subject - times.yardstick) / lower_quartile(copying), 2);
+}
+BENCHMARK(path_arguments)
+    ->Name("E8 path arguments")
+    ->UseManualTime()
+    ->Unit(benchmark::kMicrosecond);
+
 // ---- E2 ----
 
 constexpr const char *MATCH_NOTHING[] = {
@@ -141,14 +195,6 @@ auto repeated(Function function) {
         }
         return [] {};
     };
-}
-
-void copy(const char *arg, size_t size) {
-    void *copied = malloc(size);
-    benchmark::DoNotOptimize(copied);
-    memcpy(copied, arg, size);
-    benchmark::ClobberMemory();
-    free(copied);
 }
 
 // The built-in tables against a copy whose size is known.
