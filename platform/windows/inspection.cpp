@@ -44,7 +44,11 @@ bool could_be_written(const char *path) {
 
 DWORD error_of_program(const char *path) {
     DWORD kind;
-    return GetBinaryTypeA(path, &kind) ? DWORD{ERROR_SUCCESS} : GetLastError();
+    if (GetBinaryTypeA(path, &kind)) {
+        return ERROR_SUCCESS;
+    }
+    const DWORD error = GetLastError(); // none for what is only no program, under Wine
+    return error == ERROR_SUCCESS ? DWORD{ERROR_BAD_EXE_FORMAT} : error;
 }
 
 char *bytes_of_file(const char *path, size_t *size) {
