@@ -80,7 +80,6 @@ TEST_F(launcher, reads_every_key_and_dumps_it) {
 
         {"SHOW_START=true\nTRANSPARENT=true\nREWRITE_ARGUMENTS= true and more \nTRANSPARENT=True\n", "advanced",
          "   rewrite_arguments:                    yes\n"},
-        {"SHOW_START=true\nREWRITE_ARGUMENTS=true\nREWRITE_ARGUMENTS=\nTRANSPARENT=1\n", "advanced", none},
 
         // Passed over: indented, commented, misspelt; left as it was: an empty value.
         {"SHOW_START=true\n\n JVM_HOME=C:\\1\n\tJVM_HOME=C:\\1\n#JVM_HOME=C:\\1\nJVM_HOME =C:\\1\n"

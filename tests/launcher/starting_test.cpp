@@ -4,15 +4,6 @@
 
 #include "tests/support/world.h"
 
-namespace {
-
-// The one argument that makes a command line of so many characters.
-std::string filling_up_to(size_t length, const std::string &program) {
-    return std::string(length - here(program).size() - 1, 'x');
-}
-
-} // namespace
-
 TEST_F(launcher, runs_the_java_of_the_mode_in_the_same_place) {
     const struct {
         const char *modes, *suffix, *place, *home;
@@ -50,7 +41,6 @@ TEST_F(launcher, runs_the_java_of_the_mode_in_the_same_place) {
 
 TEST_F(launcher, hands_on_arguments_streams_and_environment) {
     const texts thousands(3000, "a");
-    const std::string thirty_thousand = filling_up_to(30000, JAVA);
     const struct {
         texts given, received;
     } rows[] = {
@@ -58,7 +48,6 @@ TEST_F(launcher, hands_on_arguments_streams_and_environment) {
         {{"-Dx=日本.txt", "ÄÖÜß", "🚀"}, {"-Dx=日本.txt", "ÄÖÜß", "🚀"}},
         {{"two words", "-Dx=a b", "", "c"}, {"two", "words", "-Dx=a", "b", "c"}},
         {thousands, thousands},
-        {{thirty_thousand}, {thirty_thousand}},
     };
     for (const auto &row : rows) {
         const outcome result = run_launcher(LAUNCHER, row.given);
@@ -112,7 +101,7 @@ TEST_F(launcher, says_what_it_cannot_run) {
     put_java(java);
     configure("LAUNCH_MODE=ri\nJVM_HOME=" + home);
     for (const size_t length : {32766, 32767}) {
-        const std::string filler = filling_up_to(length, java);
+        const std::string filler(length - here(java).size() - 1, 'x');
         const outcome result = run_launcher(LAUNCHER, {filler});
         EXPECT_EQ(result.output, length < 32767 ? report(java, {filler}) : invalid_command(java));
         EXPECT_EQ(result.status, length < 32767 ? 0u : 1u);

@@ -32,25 +32,32 @@ bool holds(const std::string &text, const std::string &piece) {
     return text.find(piece) != std::string::npos;
 }
 
-using real_windows = launcher;
+class real_windows : public launcher {
+    void SetUp() override {
+        if (is_wine()) {
+            GTEST_SKIP() << "passed over: Wine does otherwise";
+        }
+        launcher::SetUp();
+    }
+};
 
 } // namespace
 
-TEST_F(real_windows, refuses_a_resolved_path_that_the_launcher_takes) {
-    if (is_wine()) {
-        GTEST_SKIP() << "passed over: Wine's runtime library accepts paths that begin with \\\\?\\";
-    }
+// Programs that resolve paths start it so; the runtime's stat() of Windows, not Wine's, knows no such path.
+TEST_F(launcher, takes_a_resolved_path_for_its_own) {
     const std::string path = "\\\\?\\" + to_text(on_disk(LAUNCHER));
     struct stat found;
-    EXPECT_NE(stat(path.c_str(), &found), 0);
-    const outcome result = end_of_launcher(start({path, {}, on_disk("C:\\work")}));
-    EXPECT_EQ(result.output, report(JAVA, {})) << result.errors;
+    EXPECT_TRUE(is_wine() || stat(path.c_str(), &found) != 0);
+    for (const char *home : {"C:\\J", "C:\\L"}) {
+        configure("LAUNCH_MODE=ri\nSHOW_START=true\nJVM_HOME=" + std::string(home));
+        const outcome result = end_of_launcher(start({path, {}, on_disk("C:\\work")}));
+        EXPECT_TRUE(holds(result.output, here("executable_file_path = C:\\L\\bin\\java.exe\n"))) << result.output;
+        EXPECT_EQ(result.status, home[3] == 'J' ? 0u : STATUS_MINUS_1);
+    }
 }
 
+// Wine without a terminal has no console to send the event from.
 TEST_F(real_windows, ends_a_launcher_by_ctrl_c_whose_program_is_on_no_console) {
-    if (is_wine()) {
-        GTEST_SKIP() << "passed over: Wine without a terminal has no console to send the event from";
-    }
     constexpr unsigned NEW_GROUP = 0x200;
     put_launcher("C:\\L\\bin\\javaw.exe");
     put_program("stand_in_javaw.exe", "C:\\J\\bin\\javaw.exe");
@@ -64,10 +71,8 @@ TEST_F(real_windows, ends_a_launcher_by_ctrl_c_whose_program_is_on_no_console) {
     EXPECT_TRUE(comes_true([&] { return !is_running(child); }));
 }
 
+// Wine heeds the manifest's code page whatever Windows it plays.
 TEST_F(real_windows, reads_utf8_from_1903_on) {
-    if (is_wine()) {
-        GTEST_SKIP() << "passed over: Wine heeds the manifest's code page whatever Windows it plays";
-    }
     const bool is_utf8 = windows_build() >= 18362;
     EXPECT_EQ(GetACP() == CP_UTF8, is_utf8);
     fs::create_directories(on_disk("C:\\日本\\bin"));
@@ -77,17 +82,15 @@ TEST_F(real_windows, reads_utf8_from_1903_on) {
     EXPECT_EQ(result.status, is_utf8 ? 0 : STATUS_MINUS_1) << result.errors;
 }
 
-TEST_F(real_windows, gives_a_program_a_console_unless_the_start_is_transparent) {
+TEST_F(launcher, gives_a_program_a_console_unless_the_start_is_transparent) {
     EXPECT_EQ(end_of_launcher(start_it(LAUNCHER, {"start"}, DETACHED_PROCESS)).output, "");
     configure("LAUNCH_MODE=ri\nTRANSPARENT=true\nJVM_HOME=C:\\J\n");
     const outcome result = end_of_launcher(start_it(LAUNCHER, {"start"}, DETACHED_PROCESS));
     EXPECT_TRUE(holds(result.output, "no console")) << result.output << result.errors;
 }
 
+// Wine has no rights of its own on folders.
 TEST_F(real_windows, finds_no_file_in_a_folder_that_may_not_be_listed) {
-    if (is_wine()) {
-        GTEST_SKIP() << "passed over: Wine has no rights of its own on folders";
-    }
     configure("LAUNCH_MODE=ri\nJVM_HOME=C:\\J\nTRANSPARENT=true\n");
     const std::string folder = "icacls " + to_text(on_disk("C:\\J\\bin"));
     ASSERT_EQ(std::system((folder + " /deny *S-1-1-0:(RD)").c_str()), 0);
@@ -97,7 +100,7 @@ TEST_F(real_windows, finds_no_file_in_a_folder_that_may_not_be_listed) {
     EXPECT_TRUE(holds(result.errors, "Error: \\bin/java doesn't exist in JVM_HOME")) << result.errors;
 }
 
-TEST_F(real_windows, javaw_hands_on_streams_and_status_without_a_console) {
+TEST_F(launcher, javaw_hands_on_streams_and_status_without_a_console) {
     put_program("javaw.exe", "C:\\L\\bin\\javaw.exe");
     put_program("stand_in_javaw.exe", "C:\\J\\bin\\javaw.exe");
     for (const char *key : {"", "TRANSPARENT=true\n"}) {
@@ -105,5 +108,17 @@ TEST_F(real_windows, javaw_hands_on_streams_and_status_without_a_console) {
         const outcome result = run_launcher("C:\\L\\bin\\javaw.exe", {"start", "exit=7"});
         EXPECT_EQ(result.status, 7u);
         EXPECT_TRUE(holds(result.output, "no console")) << result.output << result.errors;
+    }
+}
+
+// Programs that resolve paths start it so; the runtime's stat() of Windows, not Wine's, knows no such path.
+TEST_F(launcher, takes_the_sign_of_a_resolved_path_off_its_own) {
+    for (const char *home : {"C:\\J", "C:\\L"}) {
+        configure("LAUNCH_MODE=ri\nSHOW_START=true\nJVM_HOME=" + std::string(home));
+        const uint32_t id = start({"\\\\?\\" + to_text(on_disk(LAUNCHER)), {}, on_disk("C:\\work")});
+        const outcome result = end_of_launcher(id);
+        EXPECT_NE(result.output.find(here("executable_file_path = C:\\L\\bin\\java.exe\n")), std::string::npos)
+            << result.output;
+        EXPECT_EQ(result.status, home[3] == 'J' ? 0u : STATUS_MINUS_1);
     }
 }
