@@ -1,6 +1,5 @@
 // explain_launch, the example of a native host, and the example configurations, as users run them.
 
-#include <random>
 #include <regex>
 
 #include "tests/support/world.h"
@@ -8,6 +7,8 @@
 namespace {
 
 class tools : public launcher {};
+
+constexpr const char *CONFIGURATION = "C:\\L\\launcher.cfg";
 
 outcome run(const std::string &tool, texts arguments) {
     for (std::string &argument : arguments) {
@@ -23,163 +24,122 @@ outcome explain(const texts &arguments = {}) {
     return run("explain_launch", all);
 }
 
-// What befalls a line that matches, "/" being a line end, and what is moved where: faults, and what
-// only looks like one.
-constexpr char LINE_CHANGES[] =
-    R"(^([A-Z]). -> $1;^[A-Z] ->  $&;= ->  =;_HOME -> _home;=(.+) -> ="$1";)"
-    R"(=.+ -> $& # new;=.+ -> $&\;HOME=.+ -> $&\bin;=.* -> =%X%\jdk;=.* -> =\\server\jdk;)"
-    R"(=.* -> =C:\none;=.* -> =;^[A-Z].* -> ;^[A-Z].* -> #$&;^(JVM.*=).* -> $&/$1C:\none;)"
-    R"(^(JVM.*=).* -> $&/$1;E=(ri|patch) -> E=RI;E=.* -> E=rich;^JVM.*=.* -> JVM_HOME=C:\L;)"
-    R"(E=.* -> $&/REWRITE_ARGUMENTS=true;^# -> LOG_FILE_OR_DIR=;^# -> LOG_FILE_OR_DIR=C:\logs/;)"
-    R"(^# -> LOG_FILE_OR_DIR=C:\none\x.log/;^# -> LOG_FILE_OR_DIR=C:\logs\one.log/;)"
-    "^# -> \xEF\xBB\xBF#;^# -> \xFF\xFE#;$ -> \r;=C -> =C:\\\xE4";
-constexpr char MOVES[] = R"(C:\L\launcher.cfg -> C:\L\launcher.cfg.txt;C:\L\launcher.cfg -> C:\L\bin\launcher.cfg;)"
-                         R"(C:\L\bin\java.exe -> C:\L\jre\bin\java.exe;C:\L\bin\java.exe -> C:\L\bin\javaw.exe;)"
-                         R"(C:\L\bin\java.exe -> C:\L\x.exe;C:\spare\java.exe -> C:\L\bin\java.exe;)"
-                         R"(C:\J\bin\java.exe -> C:\J\bin\javaw.exe;C:\J\bin\java.exe -> C:\J\jre\bin\java.exe;)"
-                         R"(C:\spare\text -> C:\J\bin\java.exe;C:\spare\text -> C:\C\bin\java.exe;)"
-                         R"(C:\Q\quorvel.jar -> C:\Q\x.jar)";
-constexpr const char *PLACES[] = {LAUNCHER, "C:\\L\\jre\\bin\\java.exe", "C:\\L\\bin\\javaw.exe"};
-
-// The parts of a text, which `separator` keeps apart.
-texts parts(std::string text, const std::string &separator) {
-    texts list;
-    for (size_t at = 0; at != std::string::npos; text.erase(0, at + separator.size())) {
-        at = text.find(separator);
-        list.push_back(text.substr(0, at));
-        if (at == std::string::npos) {
-            break;
-        }
+// Verdict, status, fault and command line of explain_launch against those of the launcher in this
+// place, which leaves none where it is null.
+void expect_agreement(const outcome &said, const char *place, const texts &arguments) {
+    static const std::regex command("Would be started.*\n  (.*)\n"), fault("status (-?\\d+), .*\n  (.*)\n");
+    const outcome done = place == nullptr ? outcome{} : run_launcher(place, arguments);
+    const std::string trace = std::regex_replace(done.output + done.errors, std::regex("\n+"), " ");
+    const bool has_run = trace.find("program ") != std::string::npos;
+    EXPECT_EQ(said.status, has_run ? 0u : 1u) << said.output << trace;
+    EXPECT_EQ(said.output.starts_with("The launch would go through.\n"), has_run) << said.output;
+    std::smatch told;
+    if (has_run) {
+        ASSERT_TRUE(std::regex_search(said.output, told, command)) << said.output;
+        const std::string line = "OUTPUT COMMAND: --------------- " + told.str(1) + " ";
+        EXPECT_TRUE(trace.find("OUTPUT COMMAND:") == std::string::npos || trace.find(line) != std::string::npos)
+            << line << trace;
+    } else if (place != nullptr) {
+        ASSERT_TRUE(std::regex_search(said.output, told, fault)) << said.output << trace;
+        EXPECT_EQ(done.status, told.str(1) == "-1" ? STATUS_MINUS_1 : std::stoul(told.str(1)));
+        EXPECT_TRUE(trace.empty() || trace.find(told.str(2)) != std::string::npos) << told.str(2) << trace;
     }
-    return list;
-}
-
-void change(texts &lines, std::mt19937 &random) {
-    static const texts moves = parts(MOVES, ";"), changes = parts(LINE_CHANGES, ";");
-    const size_t which = random() % (moves.size() + changes.size());
-    const bool is_move = which < moves.size();
-    const texts pair = parts(is_move ? moves[which] : changes[which - moves.size()], " -> ");
-    if (is_move) {
-        fs::create_directories(on_disk(pair[1]).parent_path());
-        std::error_code ignored;
-        fs::rename(on_disk(pair[0]), on_disk(pair[1]), ignored);
-        return;
-    }
-    for (size_t tries = 0, at = random(); tries < lines.size(); tries++, at++) {
-        std::string &line = lines[at % lines.size()];
-        if (std::regex_search(line, std::regex(pair[0]))) {
-            line = std::regex_replace(line, std::regex(pair[0]), pair[1], std::regex_constants::format_first_only);
-            return;
-        }
-    }
-}
-
-// One of a kind, by its number; its launcher, or "" where none is left.
-std::string install(unsigned number, std::mt19937 &random) {
-    constexpr const char *modes[] = {"ri", "patch", "secure", "legacy", "advanced"};
-    constexpr const char *firsts[] = {"TRANSPARENT=true", "SHOW_START=true", "SHOW_START=true\nTRANSPARENT=true"};
-    texts lines = {"#",
-                   firsts[number % 3],
-                   std::string("LAUNCH_MODE=") + modes[number / 3 % 5],
-                   here("CONTAINER_HOME=C:\\C"),
-                   "JVM_HOME=..\\J",
-                   here("QUORVEL_HOME=C:\\Q\\")};
-    put_java("C:\\spare\\java.exe");
-    put_file("C:\\spare\\text", "no program");
-    put_file("C:\\logs\\one.log", "kept");
-    put_file("C:\\L\\launcher.cfg", "");
-    for (unsigned changes = number % 4; changes > 0; changes = changes == 3 ? 1 : changes - 1) {
-        change(lines, random);
-    }
-    std::string text;
-    for (const std::string &line : lines) {
-        text += here(std::regex_replace(line, std::regex("/"), "\n")) + "\n";
-    }
-    if (fs::exists(on_disk("C:\\L\\launcher.cfg"))) {
-        configure(text);
-    }
-    for (const char *place : PLACES) {
-        std::error_code none;
-        if (fs::file_size(on_disk(place), none) == fs::file_size(own_file().parent_path() / "java.exe")) {
-            return place;
-        }
-    }
-    return "";
-}
-
-std::string in_one_line(const std::string &text) {
-    return std::regex_replace(text, std::regex("\n+"), " ");
 }
 
 } // namespace
 
-TEST_F(tools, a_verdict_is_the_launchers_own) {
-    std::mt19937 random(2024);
-    int failing = 0;
-    constexpr unsigned count = on_windows ? 30 : is_sanitized ? 120 : 360;
-    for (unsigned number = 0; number < count; number++) {
-        launcher::SetUp();
-        const std::string place = install(number, random), configuration = read_file(on_disk("C:\\L\\launcher.cfg"));
-        const texts arguments = {"-Da=b", random() % 2 == 0 ? "@none" : "Main"};
-        SCOPED_TRACE(std::to_string(number) + " " + place + "\n" + configuration);
-        const outcome said = explain(arguments);
-        EXPECT_EQ(read_file(on_disk("C:\\logs\\one.log")), "kept");
-        const outcome done = place.empty() ? outcome{} : run_launcher(place, arguments);
-        const bool has_run = (done.output + done.errors).find("program ") != std::string::npos;
-        EXPECT_EQ(said.status, has_run ? 0u : 1u) << said.output << done.output << done.errors;
-        EXPECT_EQ(said.output.starts_with("The launch would go through.\n"), has_run) << said.output;
-        std::smatch told;
-        const std::string trace = in_one_line(done.output + done.errors);
-        static const std::regex command("Would be started.*\n  (.*)\n"), fault("status (-?\\d+), .*\n  (.*)\n");
-        if (has_run && trace.find("OUTPUT COMMAND:") != std::string::npos) {
-            ASSERT_TRUE(std::regex_search(said.output, told, command)) << said.output;
-            EXPECT_NE(trace.find("OUTPUT COMMAND: --------------- " + told.str(1) + " "), std::string::npos) << trace;
-        } else if (!has_run && !place.empty()) {
-            failing++;
-            ASSERT_TRUE(std::regex_search(said.output, told, fault)) << said.output << trace;
-            EXPECT_EQ(done.status, told.str(1) == "-1" ? STATUS_MINUS_1 : std::stoul(told.str(1)));
-            EXPECT_TRUE(trace.empty() || trace.find(told.str(2)) != std::string::npos) << told.str(2) << "\n" << trace;
+TEST_F(tools, a_verdict_is_the_launchers_own_and_its_first_line_names_fault_and_mend) {
+    const char *moved = "C:\\L\\jre\\bin\\java.exe", *windowed = "C:\\L\\bin\\javaw.exe";
+    const std::string goes = "The launch would go through.", rewrite = "\nREWRITE_ARGUMENTS=true",
+                      good = "JVM_HOME=C:\\J";
+    const std::string homes = "CONTAINER_HOME=C:\\C\nJVM_HOME=..\\J\nQUORVEL_HOME=C:\\Q\\\nLAUNCH_MODE=";
+    const struct {
+        std::string lines, said;
+        texts move = {}; // from, to
+        const char *place = LAUNCHER;
+    } rows[] = {
+        {"JVM_HOM=C:\\J", "'JVM_HOM=C:\\J', is passed over: write JVM_HOME, which is most likely meant."},
+        {" jvm_home =C:\\J",
+         "begin it in the first column and write JVM_HOME in capitals and take out the blank before its =."},
+        {"JVM_HOME C:\\J", "is passed over: put a = behind JVM_HOME."},
+        {"set JVM_HOME=C:\\J", "is passed over: begin it with JVM_HOME=."},
+        {"#JVM_HOME=C:\\J", "Line 3 of launcher.cfg sets JVM_HOME, but is a comment"},
+        {"JVM_HOME=\"C:\\J\"", "quotes are not taken off"},
+        {"JVM_HOME=C:\\J # new", "a comment behind a value"},
+        {"JVM_HOME=%J%\\x", "is not replaced here"},
+        {"JVM_HOME=\\\\server\\J", "a network name counts as a path below the launcher home"},
+        {"JVM_HOME=C:\\J\nJVM_HOME=C:\\no", "Lines 3 and 4 of launcher.cfg both set JVM_HOME, and the last one counts"},
+        {"JVM_HOME=C:\\J\\bin", "one folder too deep: the Java home is C:\\J."},
+        {"JVM_HOME=C:\\J\\..\\K", "JVM_HOME is C:\\K, which is not there: C:\\"},
+        {"JVM_HOME=C:\\M\xFC", "Line 3 of launcher.cfg holds letters in an old code page"},
+        {"LAUNCH_MODE=RI", "Line 3 of launcher.cfg, 'LAUNCH_MODE=RI': 'RI' is no mode, so it is advanced; write ri."},
+        {"JVM_HOME=C:\\L", "C:\\L is the launcher's own home, and it would start itself: name another"},
+        {"JVM_HOME=", "JVM_HOME is set nowhere: write a line JVM_HOME=<its folder> into launcher.cfg"},
+        {"\xEF\xBB\xBFJVM_HOME=C:\\J", "take out what stands unseen before JVM_HOME."},
+        {std::string("J\0V\0M\0", 6), "is written in UTF-16"},
+        {good + "\r", goes},
+        {"JVM_HOME=..\\J", goes},
+        {good + "\nLOG_FILE_OR_DIR=", "LOG_FILE_OR_DIR is empty: name a file or a folder, or take the line out."},
+        {good + "\nLOG_FILE_OR_DIR=C:\\logs", goes},
+        {good + "\nLOG_FILE_OR_DIR=C:\\logs\\one.log", goes},
+        {good + "\nLOG_FILE_OR_DIR=C:\\none\\x.log", "names a log in C:\\none, which is no folder: make it"},
+        {good + rewrite, goes},
+        {good + rewrite, "could not open `words': mend the name behind the @", {"C:\\work\\words", "C:\\work\\x"}},
+        {homes + "advanced", goes},
+        {homes + "advanced" + rewrite, goes},
+        {homes + "legacy" + rewrite, goes},
+        {homes + "patch" + rewrite, goes},
+        {homes + "secure" + rewrite, goes},
+        {homes + "rich", goes},
+        {homes + "advanced", "quorvel.jar", {"C:\\Q\\quorvel.jar", "C:\\Q\\x.jar"}},
+        {homes + "advanced", "C:\\C\\bin\\java.exe is no program", {"C:\\spare\\text", "C:\\C\\bin\\java.exe"}},
+        {good, "no C:\\L\\launcher.cfg, but C:\\L\\launcher.cfg.txt,", {CONFIGURATION, "C:\\L\\launcher.cfg.txt"}},
+        {good, "but C:\\L\\bin\\launcher.cfg, which is not", {CONFIGURATION, "C:\\L\\bin\\launcher.cfg"}},
+        {good, "starts what has its own name, and there is no C:\\J\\jre\\bin\\java.exe", {LAUNCHER, moved}, moved},
+        {good, "there is no C:\\J\\bin\\javaw.exe", {LAUNCHER, windowed}, windowed},
+        {good, "There is no launcher C:\\L\\bin\\java.exe: put", {LAUNCHER, "C:\\L\\x.exe"}, nullptr},
+        {good, "C:\\L\\bin\\java.exe is not the launcher but another", {"C:\\spare\\java.exe", LAUNCHER}, nullptr},
+        {good, "JVM_HOME, C:\\J, holds no bin\\java.exe: name a Java home.", {JAVA, "C:\\J\\bin\\javaw.exe"}},
+        {good, "one folder too high: a Java home in it is C:\\J\\jre.", {JAVA, "C:\\J\\jre\\bin\\java.exe"}},
+        {good, "C:\\J\\bin\\java.exe is no program that can be started", {"C:\\spare\\text", JAVA}},
+    };
+    // A start takes its time under Wine.
+    const texts keys = on_windows ? texts{"SHOW_START"} : texts{"SHOW_START", "TRANSPARENT"};
+    for (const std::string &key : keys) {
+        for (const auto &row : rows) {
+            launcher::SetUp();
+            SCOPED_TRACE(row.lines + " " + (row.move.empty() ? "" : row.move[1]));
+            put_java("C:\\spare\\java.exe");
+            put_file("C:\\spare\\text", "no program");
+            put_file("C:\\logs\\one.log", "kept");
+            const bool has_mode = row.lines.find("_MODE=") != std::string::npos;
+            configure(key + "=true\n" + (has_mode ? "#\n" : "LAUNCH_MODE=ri\n") + row.lines + "\n");
+            put_file("C:\\work\\words", "Main");
+            if (!row.move.empty()) {
+                put_folder(row.move[1].substr(0, row.move[1].rfind('\\')));
+                fs::rename(on_disk(row.move[0]), on_disk(row.move[1]));
+            }
+            const texts arguments = {"-Da=b", "@words"};
+            const outcome said = explain(arguments);
+            EXPECT_EQ(read_file(on_disk("C:\\logs\\one.log")), "kept");
+            const std::string line = said.output.substr(0, said.output.find('\n'));
+            EXPECT_NE(line.find(here(row.said)), std::string::npos) << line;
+            expect_agreement(said, row.place, arguments);
         }
     }
-    EXPECT_GT(failing, static_cast<int>(count / 4));
 }
 
-TEST_F(tools, the_first_line_names_the_fault_and_its_mend) {
-    const texts rows = {
-        "JVM_HOM=C:\\J -> 'JVM_HOM=C:\\J', is passed over: write JVM_HOME, which is most likely meant.",
-        " jvm_home =C:\\J -> begin it in the first column and write JVM_HOME in capitals and take out the blank before "
-        "its =.",
-        "JVM_HOME C:\\J -> is passed over: put a = behind JVM_HOME.",
-        "set JVM_HOME=C:\\J -> is passed over: begin it with JVM_HOME=.",
-        "#JVM_HOME=C:\\J -> Line 3 of launcher.cfg sets JVM_HOME, but is a comment",
-        "JVM_HOME=\"C:\\J\" -> quotes are not taken off",
-        "JVM_HOME=C:\\J # new -> a comment behind a value",
-        "JVM_HOME=%J%\\x -> is not replaced here",
-        "JVM_HOME=\\\\server\\J -> a network name counts as a path below the launcher home",
-        "JVM_HOME=C:\\J\nJVM_HOME=C:\\no -> Lines 3 and 4 of launcher.cfg both set JVM_HOME, and the last one counts",
-        "JVM_HOME=C:\\J\\bin -> one folder too deep: the Java home is C:\\J.",
-        "JVM_HOME=C:\\J\\..\\K -> JVM_HOME is C:\\K, which is not there: C:\\",
-        "JVM_HOME=C:\\M\xFC -> Line 3 of launcher.cfg holds letters in an old code page",
-        "LAUNCH_MODE=RI -> Line 3 of launcher.cfg, 'LAUNCH_MODE=RI': 'RI' is no mode, so it is advanced; write ri.",
-    };
-    for (const std::string &row : rows) {
-        const texts pair = parts(row, " -> ");
-        configure("TRANSPARENT=true\nLAUNCH_MODE=ri\n" + pair[0]);
-        const std::string said = explain().output;
-        EXPECT_NE(said.substr(0, said.find('\n')).find(here(pair[1])), std::string::npos) << row << "\n" << said;
-    }
+// What else is found is listed below the verdict.
+TEST_F(tools, each_line_that_means_nothing_is_listed) {
+    put_file(LAUNCHER + std::string(".quorvel-original"), "");
+    put_java(LAUNCHER);
     configure("LAUNCH_MODE=rich\nJVM_HOME=C:\\J\nJVM_OPTIONS=-Xss2m\nRULE_FILE=no\nTRANSPARENT=True\nColour=red\n"
               "IGNORE_OPTIONS=-Da,-Db\nLOG_FILE_OR_DIR=C:\\logsX\n");
     const std::string said = explain().output;
-    for (const char *line :
-         {"* Line 1 ", "* Line 3 ", "* Line 4 ", "* Line 5 ", "* Line 6 ", "* Line 7 ", "* Line 8 "}) {
-        EXPECT_NE(said.find(line), std::string::npos) << line << said;
+    for (const char *words : {"* Line 1 ", "* Line 3 ", "* Line 4 ", "* Line 5 ", "* Line 6 ", "* Line 7 ", "* Line 8 ",
+                              "an update of Java has overwritten it"}) {
+        EXPECT_NE(said.find(words), std::string::npos) << words << said;
     }
-    put_file("C:\\L\\launcher.cfg", std::string("J\0V\0M\0", 6));
-    EXPECT_NE(explain().output.find("is written in UTF-16"), std::string::npos);
-    put_java(LAUNCHER);
-    put_file(LAUNCHER + std::string(".quorvel-original"), "");
-    EXPECT_NE(explain().output.find("an update of Java has overwritten it"), std::string::npos);
 }
 
 TEST_F(tools, a_wrong_usage_is_named) {
@@ -197,7 +157,6 @@ TEST_F(tools, a_wrong_usage_is_named) {
         {{"--version"}, 0, "explain_launch "},
         {{"--launcher-home", "C:\\no"}, 1, "There is no folder C:\\no: mend the path"},
         {{"--library", "C:\\L\\jni\\x.dll"}, 1, "launcher_home in library path"},
-        {{"--launcher-home", "C:\\L", "--rewrite", "--", "@none"}, 1, "could not open `none'"},
         {{"--launcher-home", "C:\\L", "--rewrite", "--trace", "--", "-cp", "x"}, 0, "Leading arguments\n  -cp x"},
     };
     for (const auto &row : rows) {
