@@ -2,7 +2,6 @@
 
 #include "core/jlp_utils.h"
 #include "tests/rewriting/engine.h"
-#include "tests/support/trace.h"
 
 namespace {
 
@@ -86,92 +85,6 @@ TEST_F(option_variables, are_rewritten_for_the_child) {
     }
 }
 
-TEST_F(option_variables, are_traced_like_argument_files) {
-    const auto show_trace = [] {
-        start("advanced 8 8", "CONTAINER_OPTIONS=\"-Xc\"");
-        std::string trace = traced_by([] { rewrite("@C:\\L\\module|@|Main"); });
-        const std::string path_list_end = "   newPathList: x\n\n";
-        const size_t paths = trace.find("TRANSFORMING PATH LIST");
-        trace.erase(paths, trace.find(path_list_end) + path_list_end.size() - paths);
-        fputs(trace.c_str(), stderr);
-        exit(0);
-    };
-    put_file("C:\\L\\module", "-ea --add-modules");
-    const std::string path = child_variable("PATH");
-    set_variable("PATH", "w");
-    set_variable("JAVA_TOOL_OPTIONS", "-Xmx1m '-Dfile.encoding=a b'");
-    set_variable("_JAVA_OPTIONS", "-ea -Dfile.encoding=u");
-    set_variable("CLASSPATH", "x");
-    EXPECT_EXIT(show_trace(), ExitedWithCode(0), Eq(here(R"(
-
-****************************************************************
-********* WARNING: A JVM ENV VAR, 'JAVA_TOOL_OPTIONS', has been set.
-*********          This var cannot override existing JVM arguments on the command line,
-*********          but it can add arguments that can change the runtime behaviour of the application.
-****************************************************************
-
-QUOTING WINDOWS ARG DUE TO SPACES:
-    Before: -Dfile.encoding=a b
-    After:  "-Dfile.encoding=a b"
-
-QUOTING WINDOWS ARG DUE TO SPACES:
-    Before: -Dfile.encoding=a b
-    After:  "-Dfile.encoding=a b"
-
-JVM ENVIRONMENT SETTING:
-------------------------
-%JAVA_TOOL_OPTIONS%: -Xmx256m "-Dfile.encoding=a b"
-
-JVM ENVIRONMENT SETTING:
-------------------------
-%QUORVEL_GUEST_JAVA_TOOL_OPTIONS%: "-Dfile.encoding=a b"
-
-Get CLASSPATH from environment
------------------------------
-    $CLASSPATH set in environment: x
-
-@<file> arg encountered: @C:\L\module
-    @C:\L\module[0]: -ea
-    @C:\L\module[1]: --add-modules
-
-@<file> arg encountered: @
-    @<file> arg , @, doesn't contain any relevant arguments, so skipping
-
-
-
-****************************************************************
-********* WARNING: A JVM ENV VAR, '_JAVA_OPTIONS', has been set.
-*********          This var can override JVM arguments on the command line,
-*********          and can change the runtime behaviour of the application.
-****************************************************************
-
-JVM ENVIRONMENT SETTING:
-------------------------
-%_JAVA_OPTIONS%: -ea -Dfile.encoding=u
-
-JVM ENVIRONMENT SETTING:
-------------------------
-%QUORVEL_GUEST__JAVA_OPTIONS%: -Dfile.encoding=u
-
-ADVANCED LAUNCH MODE HOST ARGS:
--------------------------------
--ea, --add-modules, -Xc, -Dcom.quorvel.LauncherPackPath=C:\L
-
-ADVANCED LAUNCH MODE GUEST ARGS:
---------------------------------
-Main
-
-LIBRARY ENVIRONMENT SETTING:
-----------------------------
-%Path%: C:\Q;C:\Q\windows-i586;C:\Q\windows-x64;w
-
-)")));
-    for (const char *name : {"JAVA_TOOL_OPTIONS", "_JAVA_OPTIONS", "CLASSPATH"}) {
-        set_variable(name, "");
-    }
-    set_variable("PATH", path);
-}
-
 TEST_F(option_variables, share_a_bookkeeping_with_argument_files) {
     set_variable("_JAVA_OPTIONS", "-ea -Dfile.encoding=u");
     for (const texts &row : rows_of(ARGUMENT_FILES)) {
@@ -181,19 +94,4 @@ TEST_F(option_variables, share_a_bookkeeping_with_argument_files) {
             << row[1];
     }
     set_variable("_JAVA_OPTIONS", "");
-}
-
-TEST_F(option_variables, go_with_an_argument_file_of_64_megabytes) {
-    const std::string token = "-X" + std::string((8 << 20) - 3, 'x');
-    std::string content;
-    for (int i = 0; i < 8; i++) {
-        content += token + '\n';
-    }
-    put_file("C:\\L\\large", content);
-    start("legacy 8 8");
-    rewrite("@C:\\L\\large");
-    for (int i = 0; i < 8; i++) {
-        EXPECT_TRUE(lhs[i] == token) << i;
-    }
-    put_file("C:\\L\\large", "");
 }

@@ -17,11 +17,6 @@ texts entries_in(const char *const (&table)[Size]) {
     return texts(table, table + Size - 1);
 }
 
-bool begins_with_one_of(const std::string &text, const texts &entries) {
-    return std::any_of(entries.begin(), entries.end(),
-                       [&](const std::string &entry) { return text.starts_with(entry); });
-}
-
 } // namespace
 
 TEST(obsolete_options, tables_hold_what_they_should) {
@@ -54,22 +49,11 @@ TEST(obsolete_options, flags_are_a_part_of_the_options_with_a_value_in_their_ord
         next = std::find(next, options.end(), "-XX:" + flag + "=");
         ASSERT_NE(next, options.end()) << flag;
         next++;
+        EXPECT_EQ(is_ignore_property(("-XX:-" + flag).c_str(), 1), 1) << flag;
     }
-}
-
-TEST(option_filters, find_every_entry_of_a_table_and_nothing_else) {
-    const texts options = entries_in(JVM_11_OBSOLETE_HOST_XX_ARGS);
-    const texts flags = entries_in(JVM_11_OBSOLETE_HOST_XX_BOOL_ARGS);
     for (const std::string &option : options) {
-        const std::string name = option.substr(4, option.find('=') - 4);
-        for (const std::string &text : {name, name + "=", name + "=42", name + "X", name.substr(0, name.size() - 1)}) {
-            const std::string arg = "-XX:" + text;
-            EXPECT_EQ(is_ignore_property(arg.c_str(), 1), begins_with_one_of(arg, options)) << arg;
-            for (const std::string sign : {"+", "-"}) {
-                const std::string flag = "-XX:" + sign + text;
-                EXPECT_EQ(is_ignore_property(flag.c_str(), 1), begins_with_one_of(text, flags)) << flag;
-            }
-        }
+        EXPECT_EQ(is_ignore_property((option + "42").c_str(), 1), 1) << option;
+        EXPECT_EQ(is_ignore_property((option.substr(0, option.size() - 1) + "#").c_str(), 1), 0) << option;
     }
 }
 
@@ -96,10 +80,10 @@ kept -> -XX:ä|-XX:+|-XX:|-XX|-version|-X|-||server|-Dfo
     }
 }
 
+// One letter for each class: allowed, non-path (the only one that traces), path, boot class path.
 TEST(option_filters, classes_of_arguments) {
     make_disk();
     start("ri 8 8", "ALLOW_VM_OPTIONS=foo\nNON_PATH_OPTIONS=app.home=last");
-    // One letter for each class: allowed, non-path (the only one that traces), path, boot class path.
     for (const texts &row : rows_of(R"(
 N -> -Dapp.home=C:\x|-Dapp.home2=C:\y|-Dlast
 P -> -Dapp.hom|-DApp.home|-Dother=C:\x|-D|-Dfo=1
@@ -109,16 +93,13 @@ X -> -Xbootclasspath:|-Xbootclasspath/a:x.jar|-Xbootclasspath/p:
 -> -dapp.home|app.home|-Xss1m|-Xbootclasspath/b:x.jar|-Xbootclasspath/a|-Xbootclasspath|-xbootclasspath:|  |
 )")) {
         for (const std::string &arg : entries_of(row[1])) {
-            std::string classes;
-            const std::string trace = traced_by([&] {
-                classes += !arg.empty() && is_arg_allowed_vm_property(arg.c_str()) == 1 ? "A" : "";
-                classes += is_non_path_option(arg.c_str()) == 1 ? "N" : "";
-                classes += is_possible_path_arg(arg.c_str()) == 1 ? "P" : "";
-                classes += is_xbootclasspath_arg(arg.c_str()) == 1 ? "X" : "";
-            });
+            std::string classes = !arg.empty() && is_arg_allowed_vm_property(arg.c_str()) == 1 ? "A" : "";
+            const std::string trace = traced_by([&] { classes += is_non_path_option(arg.c_str()) == 1 ? "N" : ""; });
+            classes += is_possible_path_arg(arg.c_str()) == 1 ? "P" : "";
+            classes += is_xbootclasspath_arg(arg.c_str()) == 1 ? "X" : "";
             EXPECT_EQ(classes, row[0]) << arg;
             const std::string line = "the following arg will not be treated as a path or list of paths '" + arg + "'\n";
-            EXPECT_EQ(trace, classes == "N" ? line + line : "");
+            EXPECT_EQ(trace, classes == "N" ? line : "");
         }
     }
 }
