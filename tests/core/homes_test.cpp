@@ -28,14 +28,6 @@ C:\A\tools\java.exe ->
     }
 }
 
-TEST(homes, that_nobody_allocated_are_not_set) {
-    for (const char *mode : {"legacy", "ri"}) {
-        forget_configuration();
-        assign_text(&launch_mode, mode);
-        EXPECT_EQ(validate_directories(), FAILURE) << mode;
-    }
-}
-
 TEST(homes, of_a_bundle) {
     make_disk();
     put_folder("C:\\R\\a\\b\\c\\jre\\bin");

@@ -78,28 +78,18 @@ folder -> folder -> is NOT present -> -> 8-
         row[1] == "file" ? put_file(legal, "") : put_folder(legal);
         const std::string of_legal = row[3].empty() ? "" : legal + ' ' + row[3] + '\n';
         const std::string trace = here(jar + ' ' + row[2] + '\n' + of_legal);
-        forget_configuration();
-        assign_text(&jvm_home, here("C:\\H"));
-        EXPECT_EQ(traced_by(init_host_and_guest_versions), HOST_TITLE + trace + "Host JVM is Java " + row[4] + "\n\n");
-        EXPECT_EQ(is_host_java_9_plus, row[4] == "9+");
+        const std::string host = HOST_TITLE + trace + "Host JVM is Java " + row[4] + "\n\n";
+        const std::string guest = GUEST_TITLE + trace, said = "Guest JVM is Java " + row[4] + "\n";
         for (const std::string mode : {"advanced", "legacy", "patch"}) {
             forget_configuration();
+            assign_text(&jvm_home, here(mode == "legacy" ? "C:\\none" : "C:\\H"));
             assign_text(&container_home, here("C:\\H"));
             assign_text(&launch_mode, mode);
             EXPECT_EQ(traced_by(init_host_and_guest_versions),
-                      GUEST_TITLE + trace + (mode == "patch" ? "" : "Guest JVM is Java " + row[4] + '\n'));
+                      (mode == "legacy" ? "" : host) + guest + (mode == "patch" ? "" : said));
+            EXPECT_EQ(is_host_java_9_plus, mode != "legacy" && row[4] == "9+");
             EXPECT_EQ(is_guest_java_9_plus, row[4] == "9+");
         }
-    }
-}
-
-TEST_F(native_invocation, homes_that_are_no_folders_are_passed_over) {
-    put_file("C:\\file", "");
-    assign_text(&launch_mode, "advanced");
-    for (const char *home : {"", "C:\\file", "C:\\none"}) {
-        assign_text(&jvm_home, here(home));
-        assign_text(&container_home, here(home));
-        EXPECT_EQ(traced_by(init_host_and_guest_versions), "") << home;
     }
 }
 
@@ -125,33 +115,8 @@ TEST_F(native_invocation, reads_the_configuration_beside_the_library) {
     EXPECT_NE(trace.find(warning), std::string::npos);
 }
 
-TEST_F(native_invocation, takes_arguments_without_quotes) {
-    const char *const rows[][2] = {
-        {"", ""},
-        {"a\tb", "a\tb"},
-        {"a b", "\"a b\""},
-        {"\"a b\"", "\"\"a b\"\""},
-    };
-    for (const auto &[arg, elsewhere] : rows) {
-        is_native_invocation = 0;
-        EXPECT_STREQ(processArg(arg), elsewhere);
-        is_native_invocation = 1;
-        EXPECT_STREQ(processArg(arg), arg);
-        EXPECT_STREQ(processedArg[processedArgCount - 1], arg);
-    }
-    EXPECT_EQ(processedArgCount, 8);
-    assign_text(&rule_file_arg, "x");
-    append_entry(newPathList, &newPathListCount, JLI_StringDup("y"));
-    cleanup();
-    EXPECT_EQ(processedArgCount + newPathListCount, 0);
-    EXPECT_EQ(processedArg[7], nullptr);
-    EXPECT_EQ(rule_file_arg, nullptr);
-    new_mem_val_as_str = nullptr; // released
-}
-
 TEST_F(native_invocation, a_host_lives_long) {
     put_file("C:\\options", "-Db=1\n-Xignored");
-    put_file("C:\\main", "Main --disable-@files\n");
     set_variable("_JAVA_OPTIONS", "-Dv='a b' @C:\\options");
     set_variable("QUORVEL_GUEST__JAVA_OPTIONS", "-Dg");
     initialize(FULL_CONFIGURATION);
@@ -166,23 +131,6 @@ TEST_F(native_invocation, a_host_lives_long) {
         ASSERT_EQ(lhs_count + rhs_count + processedArgCount + newPathListCount, 0);
         ASSERT_EQ(rewritten_full_line(), first) << line;
         in_use = line == 100 ? heap_in_use() : in_use;
-    }
-    EXPECT_EQ(heap_in_use(), in_use);
-    release_jlp_for_native_invocation();
-    rewrite("@C:\\main");
-    EXPECT_EQ(JLI_GetAppArgIndex(), 2);
-    release_jlp_for_native_invocation();
-
-    static char own_home[] = "C:\\own";
-    for (int call = 0; call < 20; call++) {
-        if (call == 10) {
-            release_jlp_for_native_invocation();
-            in_use = heap_in_use();
-        }
-        free(std::exchange(jvm_home, own_home)); // a home that the host owns
-        initialize(FULL_CONFIGURATION);
-        EXPECT_EQ(rewritten_full_line(), first) << call;
-        release_jlp_for_native_invocation();
     }
     EXPECT_EQ(heap_in_use(), in_use);
     for (const char *variable : {"_JAVA_OPTIONS", "QUORVEL_GUEST__JAVA_OPTIONS"}) {

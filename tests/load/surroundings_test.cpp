@@ -20,17 +20,6 @@ std::string lasting_part(const outcome &result) {
     return without_child_id(after_banner(result));
 }
 
-uint32_t start_traced(const std::string &folder) {
-    const uint32_t id = until_held(start_held(folder, {"exit=6"}), folder, {"exit=6"});
-    EXPECT_TRUE(comes_true([&] { return is_traced(text_of(folder + "\\out")); }));
-    return id;
-}
-
-outcome let_end(uint32_t id, const std::string &folder) {
-    let_go(folder);
-    return end_of_launcher(id, folder);
-}
-
 outcome run_unread(const std::string &order) {
     return end_of_launcher(start({on_disk(LAUNCHER), {order}, on_disk("C:\\work"), true}));
 }
@@ -80,7 +69,7 @@ TEST_F(surroundings, nobody_reads_its_output) {
     }
 }
 
-TEST_F(surroundings, its_log_takes_nothing_or_is_another_launchers_too) {
+TEST_F(surroundings, its_log_takes_nothing) {
     const texts orders = {"-cp", "a.jar", "exit=4"};
     configure(RI + "Z:\\dev\\full");
     const outcome full = run_launcher(LAUNCHER, orders);
@@ -91,22 +80,4 @@ TEST_F(surroundings, its_log_takes_nothing_or_is_another_launchers_too) {
     EXPECT_EQ(lasting_part(full), expected);
     EXPECT_EQ(full.errors, "");
     EXPECT_EQ(full.status, 4u);
-
-    // The second empties the log and writes from its beginning; the first has nothing more to say.
-    const uint32_t first = start_traced("C:\\work\\1"), second = start_traced("C:\\work\\2");
-    EXPECT_EQ(job_exists("pid_" + std::to_string(second)), on_windows);
-    const outcome of_first = let_end(first, "C:\\work\\1"), of_second = let_end(second, "C:\\work\\2");
-    for (const outcome &one : {of_first, of_second}) {
-        EXPECT_EQ(one.status, 6u);
-        EXPECT_EQ(one.errors, "");
-    }
-    const auto without_folder = [](const outcome &one, const char *folder) {
-        return std::regex_replace(lasting_part(one), std::regex(folder), "");
-    };
-    EXPECT_EQ(without_folder(of_first, R"([\\/]1\b)"), without_folder(of_second, R"([\\/]2\b)"));
-    const std::string log = text_of("C:\\a.log");
-    EXPECT_TRUE(is_traced(log));
-    EXPECT_EQ(without_child_id(of_second.output),
-              without_child_id(log) + report(JAVA, {hold_order("C:\\work\\2"), "exit=6"}, "C:\\work\\2") +
-                  invalid_command(JAVA));
 }
