@@ -189,16 +189,30 @@ void memory_of_ten_times_the_arguments(benchmark::State &state) {
 }
 
 // Memory first, while the heap is as fresh as that of a process that has just started.
-BENCHMARK(memory_of_ten_times_the_arguments)->Name("E4_memory")->UseManualTime()->Iterations(1);
-BENCHMARK_CAPTURE(memory, E5_a_fifth_paths, true)->UseManualTime()->Iterations(1);
-BENCHMARK_CAPTURE(memory, E5_no_paths, false)->UseManualTime()->Iterations(1);
-BENCHMARK_CAPTURE(rewriting_against_copying, E3_a_fifth_paths, true, 20)
+BENCHMARK(memory_of_ten_times_the_arguments)
+    ->Name("E4_memory of ten times the arguments")
+    ->UseManualTime()
+    ->Iterations(1);
+BENCHMARK_CAPTURE(memory, paths, true)
+    ->Name("E5_memory for 10,000 arguments, a fifth are paths")
+    ->UseManualTime()
+    ->Iterations(1);
+BENCHMARK_CAPTURE(memory, none, false)
+    ->Name("E5_memory for 10,000 arguments without paths")
+    ->UseManualTime()
+    ->Iterations(1);
+BENCHMARK_CAPTURE(rewriting_against_copying, paths, true, 20)
+    ->Name("E3_10,000 arguments, a fifth are paths")
     ->UseManualTime()
     ->Iterations(100);
-BENCHMARK_CAPTURE(rewriting_against_copying, E3_no_paths, false, 4)
+BENCHMARK_CAPTURE(rewriting_against_copying, none, false, 4)
+    ->Name("E3_10,000 arguments without paths")
     ->UseManualTime()
     ->Iterations(400);
-BENCHMARK(ten_times_the_arguments)->Name("E4_time")->UseManualTime()->Iterations(100);
+BENCHMARK(ten_times_the_arguments)
+    ->Name("E4_time of ten times the arguments")
+    ->UseManualTime()
+    ->Iterations(100);
 BENCHMARK(of_a_number_of_arguments)
     ->Name("curve")
     ->RangeMultiplier(10)
