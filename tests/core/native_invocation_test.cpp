@@ -8,6 +8,18 @@
 #include "tests/support/programs.h"
 #include "tests/support/trace.h"
 
+static size_t allocations = 0; // calls of malloc()
+
+extern "C" {
+void *__real_malloc(size_t size);
+void *__wrap_malloc(size_t size);
+}
+
+void *__wrap_malloc(size_t size) {
+    allocations++;
+    return __real_malloc(size);
+}
+
 namespace {
 
 class native_invocation : public testing::Test {
@@ -113,6 +125,20 @@ TEST_F(native_invocation, reads_the_configuration_beside_the_library) {
     EXPECT_EQ(trace.find(HOST_TITLE), std::string::npos);
     const std::string warning = "WARNING: Forcing LAUNCH_MODE=advanced, as this is a native java invocation\n";
     EXPECT_NE(trace.find(warning), std::string::npos);
+}
+
+TEST_F(native_invocation, an_argument_costs_one_allocation) {
+    const auto allocations_for = [](size_t count) {
+        std::string list = "-ea";
+        while (list.size() < 4 * count) {
+            list += "|-ea";
+        }
+        start("legacy 8 8");
+        allocations = 0;
+        rewrite(list);
+        return allocations;
+    };
+    EXPECT_LE(allocations_for(2000) - allocations_for(1000), 1000u + 10);
 }
 
 TEST_F(native_invocation, a_host_lives_long) {

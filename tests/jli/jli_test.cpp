@@ -111,9 +111,16 @@ TEST(argument_file, has_the_same_tokens_wherever_its_blocks_meet) {
 
 TEST(argument_file, has_little_besides_its_tokens_on_the_heap) {
     const std::string token(1 << 20, '\\');
-    const size_t before = allocations;
+    size_t before = allocations;
     EXPECT_TRUE(read_back("'" + token + token) == token + "|");
     EXPECT_LT(allocations - before, 6 * token.size() / 4096);
+    std::string thousand;
+    for (int i = 0; i < 1000; i++) {
+        thousand += "-Da=b 'c d'\n";
+    }
+    before = allocations;
+    read_back(thousand);
+    EXPECT_LT(allocations - before, 2100u); // one for each, and a few for the file and the list
 }
 
 // The bookkeeping as it is at the start of the process, apart from the relaunch.
