@@ -126,17 +126,12 @@ TEST_F(launcher, reads_every_key_and_dumps_it) {
 
 TEST_F(launcher, is_silent_with_tracing_off) {
     const std::string start = "LAUNCH_MODE=ri\nJVM_HOME=C:\\J\n";
-    for (const char *value : {"True\n", "1\n", "\n", "false\n", "t rue\n"}) {
-        const outcome result = run_with(start + "LOG_FILE_OR_DIR=C:\\work\\log.txt\nSHOW_START=" + value);
-        EXPECT_EQ(result.output, report(JAVA, {}));
-        EXPECT_EQ(result.errors, "");
-        EXPECT_EQ(fs::file_size(on_disk("C:\\work\\log.txt")), 0u);
+    for (const std::string &configuration :
+         {start + "SHOW_START=True", start + "LOG_FILE_OR_DIR=C:\\work\\log.txt", start}) {
+        const outcome result = run_with(configuration);
+        EXPECT_EQ(result.output + result.errors, report(JAVA, {}));
     }
-    for (const char *homes : {"", "JVM_HOME=C:\\no\n", "CONTAINER_HOME=C:\\C\nJVM_HOME=C:\\J\n"}) {
-        const outcome result = run_with(homes);
-        EXPECT_EQ(result.output + result.errors, "");
-        EXPECT_EQ(result.status, STATUS_MINUS_1);
-    }
+    EXPECT_EQ(fs::file_size(on_disk("C:\\work\\log.txt")), 0u);
     fs::remove(on_disk("C:\\L\\launcher.cfg"));
     const outcome unconfigured = run_launcher(LAUNCHER, {});
     EXPECT_EQ(unconfigured.output + unconfigured.errors, "");

@@ -20,10 +20,6 @@ std::string lasting_part(const outcome &result) {
     return without_child_id(after_banner(result));
 }
 
-outcome run_unread(const std::string &order) {
-    return end_of_launcher(start({on_disk(LAUNCHER), {order}, on_disk("C:\\work"), true}));
-}
-
 } // namespace
 
 // 259 is also what Windows calls a process that has not ended.
@@ -50,23 +46,6 @@ TEST_F(surroundings, whoever_started_it_is_killed) {
     const std::string expected = report(JAVA, {hold, "exit=3"}, "C:\\work\\run") + invalid_command(JAVA);
     EXPECT_TRUE(comes_true([&] { return text_of("C:\\work\\run\\out") == expected; })) << text_of("C:\\work\\run\\out");
     EXPECT_FALSE(is_running(child));
-}
-
-// The trace and the last line go nowhere. A Unix child that writes there dies of the signal for it,
-// which the launcher must not have taken from it.
-TEST_F(surroundings, nobody_reads_its_output) {
-    configure(RI + "log.txt");
-    const struct {
-        std::string order;
-        uint32_t status;
-    } rows[] = {{"end=0", 0}, {"end=7", 7}, {"exit=5", on_windows ? 5u : 141u}};
-    for (const auto &row : rows) {
-        outcome result = run_unread(row.order);
-        result = is_failure_of_wine(result) ? run_unread(row.order) : result;
-        EXPECT_EQ(result.status, row.status) << row.order;
-        EXPECT_EQ(result.errors, "");
-        EXPECT_TRUE(is_traced(text_of("C:\\L\\log.txt")));
-    }
 }
 
 TEST_F(surroundings, its_log_takes_nothing) {

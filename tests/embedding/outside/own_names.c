@@ -7,15 +7,6 @@ int bin = 42, jvm_options_count = 42, processedArgCount = 42, label, version;
 void split(void) {
     abort();
 }
-void trim(void) {
-    abort();
-}
-void cleanup(void) {
-    abort();
-}
-void load_config_file(void) {
-    abort();
-}
 void process_single_arg(void) {
     abort();
 }
