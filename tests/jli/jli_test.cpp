@@ -50,35 +50,6 @@ TEST(list, grows_splits_joins_and_combines) {
     expect_results(split, {{"|  ", ""}, {"|| , ", ","}, {"a| a a", "a"}, {"a||bc|| a,,bc, abc", "a,,bc,"}});
 }
 
-TEST(comparisons, prefix_and_suffix) {
-    EXPECT_EQ(JLI_StrCCmp("--module=foo", "--module="), 0);
-    EXPECT_LT(JLI_StrCCmp("--mod", "--module"), 0);
-    EXPECT_GT(JLI_StrCCmp("\x80", "ab"), 0);
-    expect_results([](const char *text) { return std::to_string(JLI_HasSuffix(text, ".JaR")); },
-                   {{"1", "app.JAR;a.b.jar;.jar"}, {"0", "app.jar.bak;jar;app.jarx;"}});
-}
-
-std::string classes_of(const char *arg) {
-    std::string classes(IsClassPathOption(arg), 'C');
-    classes.append(IsLauncherMainOption(arg), 'M').append(IsLauncherOption(arg), 'L');
-    classes.append(IsModuleOption(arg), 'O').append(IsLongFormModuleOption(arg), 'F');
-    return classes.append(IsWhiteSpaceOption(arg), 'W').append(isTerminalOpt(arg), 'T');
-}
-
-TEST(option_classes, accept_their_options_alone) {
-    expect_results(classes_of,
-                   {{"CLW", "-classpath;-cp;--class-path"},
-                    {"MLWT", "--module;-m"},
-                    {"LW", "--describe-module;-d;--source"},
-                    {"OW", "--module-path;-p;--add-modules;--upgrade-module-path;--limit-modules"},
-                    {"OW", "--add-exports;--add-opens;--add-reads;--patch-module"},
-                    {"F", "--module-path=x;--upgrade-module-path=;--add-modules=x;--limit-modules=x"},
-                    {"F", "--add-exports=a/b=c;--add-reads=x;--patch-module=x"},
-                    {"T", "-jar;--module=;--module=m/x;--dry-run;-h;-?;-help;--help;-X"},
-                    {"T", "--help-extra;-version;--version;-fullversion;--full-version"},
-                    {"", ";-;-c;-cpx;-CP;--class-path=x;--add-opens=a/b=c;-ja;-jarx;--modules;-Xmx1m;-showversion"}});
-}
-
 std::string read_back(const std::string &content) {
     std::ofstream("tokens.args", std::ios::binary) << content;
     FILE *file = fopen("tokens.args", "rb");

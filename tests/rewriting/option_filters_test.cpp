@@ -81,25 +81,3 @@ kept -> -XX:ä|-XX:+|-XX:|-XX|-version|-X|-||server|-Dfo
 }
 
 // One letter for each class: allowed, non-path (the only one that traces), path, boot class path.
-TEST(option_filters, classes_of_arguments) {
-    make_disk();
-    start("ri 8 8", "ALLOW_VM_OPTIONS=foo\nNON_PATH_OPTIONS=app.home=last");
-    for (const texts &row : rows_of(R"(
-N -> -Dapp.home=C:\x|-Dapp.home2=C:\y|-Dlast
-P -> -Dapp.hom|-DApp.home|-Dother=C:\x|-D|-Dfo=1
-AP -> -Dfoo=1|-Dfoo.bar=2
-A -> -?foo
-X -> -Xbootclasspath:|-Xbootclasspath/a:x.jar|-Xbootclasspath/p:
--> -dapp.home|app.home|-Xss1m|-Xbootclasspath/b:x.jar|-Xbootclasspath/a|-Xbootclasspath|-xbootclasspath:|  |
-)")) {
-        for (const std::string &arg : entries_of(row[1])) {
-            std::string classes = !arg.empty() && is_arg_allowed_vm_property(arg.c_str()) == 1 ? "A" : "";
-            const std::string trace = traced_by([&] { classes += is_non_path_option(arg.c_str()) == 1 ? "N" : ""; });
-            classes += is_possible_path_arg(arg.c_str()) == 1 ? "P" : "";
-            classes += is_xbootclasspath_arg(arg.c_str()) == 1 ? "X" : "";
-            EXPECT_EQ(classes, row[0]) << arg;
-            const std::string line = "the following arg will not be treated as a path or list of paths '" + arg + "'\n";
-            EXPECT_EQ(trace, classes == "N" ? line : "");
-        }
-    }
-}

@@ -117,22 +117,6 @@ TEST_F(path_rewriting, moves_what_lies_below_the_old_home) {
     }
 }
 
-// At the root of a drive the current directory ends with a separator, and a home is a bare drive.
-TEST_F(path_rewriting, homes_at_the_root_of_a_drive) {
-    const std::string on_drive = here("C:\\L\\lib");
-    const std::string drive = on_drive.substr(0, 2);
-    const std::string none = drive + "\\qvl_none\\x"; // no prefix of it exists, so that none brings its drive along
-    fs::current_path(on_windows ? fs::current_path().root_path() : on_disk("C:\\"));
-    const std::string list = on_drive + ";" + on_drive.substr(3) + ";" + none;
-    const std::string below_home = "Q:\\R" + on_drive.substr(2);
-    EXPECT_EQ(replaceLauncherHomeWithRIHome(list.c_str(), drive.c_str(), "Q:\\R", 0, '='),
-              below_home + ";" + below_home + ";" + none);
-    EXPECT_EQ(absolute(none), "\\qvl_none\\x");
-    EXPECT_EQ(absolute("qvl_none"), drive + "\\\\qvl_none");
-    EXPECT_EQ(absolute(drive + "\\"), drive + "\\");
-    EXPECT_EQ(absolute(drive), "");
-}
-
 TEST_F(path_rewriting, a_path_on_another_drive_keeps_its_drive) {
     // What stands before the first separator is left out.
     EXPECT_STREQ(replaceLauncherHomeWithRIHome("Q:\\L;Q:\\L\\a\\..\\b;q:\\L\\a;Q:L\\a", "Q:\\L", "R", 0, '='),

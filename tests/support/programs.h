@@ -35,7 +35,6 @@ struct program {
     fs::path file;
     std::vector<std::string> arguments; // without double quotes of their own where they are quoted
     fs::path folder;                    // where it starts; where its three streams' files stand
-    bool into_closed_pipe = false;      // standard output is a pipe whose reader is gone, not a file
     manner how = {};
 };
 
@@ -69,9 +68,6 @@ std::string read_and_close(const pipe_ends &pipe);
 
 // Takes this process off its console, where the system has such a thing.
 void leave_console();
-
-// Whether a job of this name is there; jobs of the Linux build have no names.
-bool job_exists(const std::string &name);
 
 // An empty value removes the variable.
 void set_environment(const std::string &name, const std::string &value);

@@ -20,18 +20,11 @@ uint32_t start(const program &what) {
     posix_spawn_file_actions_init(&actions);
     posix_spawn_file_actions_addchdir_np(&actions, what.folder.c_str());
     posix_spawn_file_actions_addopen(&actions, 0, fs::exists(what.folder / "in") ? "in" : "/dev/null", O_RDONLY, 0);
-    int ends[2] = {-1, -1};
-    if (what.into_closed_pipe && pipe2(ends, O_CLOEXEC) == 0) {
-        close(ends[0]);
-        posix_spawn_file_actions_adddup2(&actions, ends[1], 1);
-    } else {
-        posix_spawn_file_actions_addopen(&actions, 1, "out", O_WRONLY | O_CREAT | O_TRUNC, 0666);
-    }
+    posix_spawn_file_actions_addopen(&actions, 1, "out", O_WRONLY | O_CREAT | O_TRUNC, 0666);
     posix_spawn_file_actions_addopen(&actions, 2, "err", O_WRONLY | O_CREAT | O_TRUNC, 0666);
     pid_t id = 0;
     const int failed = posix_spawn(&id, what.file.c_str(), &actions, nullptr, arguments.data(), environ);
     posix_spawn_file_actions_destroy(&actions);
-    close(ends[1]);
     return failed ? 0 : static_cast<uint32_t>(id);
 }
 
@@ -55,10 +48,6 @@ bool is_running(uint32_t process_id) {
 
 size_t heap_in_use() {
     return mallinfo2().uordblks;
-}
-
-bool job_exists(const std::string &) {
-    return false;
 }
 
 void set_environment(const std::string &name, const std::string &value) {

@@ -21,13 +21,6 @@ HANDLE open_stream(const fs::path &file, DWORD access, DWORD creation) {
                                           : CreateFileW(L"NUL", access, 0, &inherited, OPEN_EXISTING, 0, nullptr);
 }
 
-HANDLE open_closed_pipe() {
-    HANDLE reader = nullptr, writer = nullptr;
-    CreatePipe(&reader, &writer, &inherited, 0);
-    CloseHandle(reader);
-    return writer;
-}
-
 std::string quoted(const std::string &text) {
     return text.empty() || text.find(' ') != std::string::npos ? '"' + text + '"' : text;
 }
@@ -48,8 +41,7 @@ uint32_t start(const program &what) {
     info.cb = sizeof info;
     info.dwFlags = STARTF_USESTDHANDLES;
     info.hStdInput = open_stream(what.folder / "in", GENERIC_READ, OPEN_EXISTING);
-    info.hStdOutput =
-        what.into_closed_pipe ? open_closed_pipe() : open_stream(what.folder / "out", GENERIC_WRITE, CREATE_ALWAYS);
+    info.hStdOutput = open_stream(what.folder / "out", GENERIC_WRITE, CREATE_ALWAYS);
     info.hStdError = open_stream(what.folder / "err", GENERIC_WRITE, CREATE_ALWAYS);
     const std::array streams = {info.hStdInput, info.hStdOutput, info.hStdError};
     std::array<HANDLE, 3> own_streams = {};
@@ -119,11 +111,6 @@ size_t heap_in_use() {
         bytes += entry._useflag == _USEDENTRY ? entry._size : 0;
     }
     return bytes;
-}
-
-bool job_exists(const std::string &name) {
-    HANDLE job = OpenJobObjectA(JOB_OBJECT_QUERY, FALSE, name.c_str());
-    return job != nullptr && CloseHandle(job);
 }
 
 void set_environment(const std::string &name, const std::string &value) {

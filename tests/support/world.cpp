@@ -34,7 +34,7 @@ void launcher::SetUp() {
 
 uint32_t start_launcher(const std::string &windows_path, const texts &arguments, const std::string &folder,
                         const manner &how) {
-    const uint32_t process_id = start({on_disk(windows_path), arguments, on_disk(folder), false, how});
+    const uint32_t process_id = start({on_disk(windows_path), arguments, on_disk(folder), how});
     EXPECT_NE(process_id, 0u) << windows_path;
     return process_id;
 }
@@ -44,7 +44,9 @@ outcome end_of_launcher(uint32_t process_id, const std::string &folder) {
     return {status, read_file(on_disk(folder + "\\out")), read_file(on_disk(folder + "\\err")), process_id};
 }
 
-bool is_failure_of_wine(const outcome &result) {
+// Wine fails one start in some thousand, and the launcher's own of its child is no exception: such a
+// start may be tried again.
+static bool is_failure_of_wine(const outcome &result) {
     return on_windows && result.status == 1 && result.output.find("program ") == std::string::npos &&
            (result.errors.empty() || result.errors.find("(error 1359)") != std::string::npos);
 }
@@ -72,27 +74,6 @@ std::string could_not_start(const std::string &target, uint32_t error) {
     const std::string line = here("Error: could not start " + target + ": ") + words + "\n";
     std::free(words);
     return line;
-}
-
-uint32_t start_held(const std::string &folder, const texts &orders) {
-    put_folder(folder);
-    texts arguments = {hold_order(folder)};
-    arguments.insert(arguments.end(), orders.begin(), orders.end());
-    return start_launcher(LAUNCHER, arguments, folder);
-}
-
-uint32_t until_held(uint32_t process_id, const std::string &folder, const texts &orders) {
-    const auto holds = [&] { return process_id_in(folder + "\\held") != 0; };
-    EXPECT_TRUE(comes_true([&] { return holds() || !is_running(process_id); }));
-    if (!holds() && is_failure_of_wine(end_of_launcher(process_id, folder))) {
-        process_id = start_held(folder, orders);
-        EXPECT_TRUE(comes_true(holds));
-    }
-    return process_id;
-}
-
-void let_go(const std::string &folder) {
-    fs::remove(on_disk(folder + "\\held"));
 }
 
 std::string hold_order(const std::string &folder) {

@@ -44,10 +44,6 @@ uint32_t start_launcher(const std::string &windows_path, const texts &arguments,
 outcome end_of_launcher(uint32_t process_id, const std::string &folder = "C:\\work");
 outcome run_launcher(const std::string &windows_path, const texts &arguments, const manner &how = {});
 
-// Wine fails one start in some thousand, and the launcher's own of its child is no exception: such a
-// start may be tried again.
-bool is_failure_of_wine(const outcome &result);
-
 // What the stand-in at this path reports when it is started in the folder with these arguments.
 std::string report(const std::string &windows_path, const texts &arguments, const std::string &folder = "C:\\work");
 
@@ -57,12 +53,7 @@ std::string invalid_command(const std::string &target);
 // The line of a transparent launcher that the system gives this error for its child.
 std::string could_not_start(const std::string &target, uint32_t error);
 
-// A launcher, C:\L\bin\java.exe, whose child holds until let_go(): start_held() starts it in a folder
-// that it makes, until_held() waits for the child and returns the launcher's process id, another one
-// when Wine had failed the start. hold_order() is the argument in front of the orders.
-uint32_t start_held(const std::string &folder, const texts &orders);
-uint32_t until_held(uint32_t process_id, const std::string &folder, const texts &orders);
-void let_go(const std::string &folder);
+// The argument that makes a stand-in hold until the file "held" of the folder is gone.
 std::string hold_order(const std::string &folder);
 
 // The process id that a stand-in has written to the file; 0 while there is none.

@@ -25,7 +25,7 @@ DWORD windows_build() {
 }
 
 uint32_t start_it(const std::string &windows_path, const texts &arguments, unsigned flags) {
-    return start({on_disk(windows_path), arguments, on_disk("C:\\work"), false, {.flags = flags}});
+    return start({on_disk(windows_path), arguments, on_disk("C:\\work"), {.flags = flags}});
 }
 
 bool holds(const std::string &text, const std::string &piece) {
