@@ -9,32 +9,28 @@
 
 namespace {
 
-void expect_full(std::initializer_list<std::string> table) {
-    for (const auto &[path, expected] : rows(table, "C:\\qvl_test\\d")) {
+TEST(full_path, is_made_of_the_text_alone) {
+    const table paths =
+        rows({"a\\ -> ~\\a\\", "a//b/\\ -> ~\\a\\b\\", ".\\ -> ~\\", ".\\a\\.\\b -> ~\\a\\b", "a\\. -> ~\\a",
+              "a\\.. -> ~", "a\\b\\..\\..\\c -> ~\\c", ".. -> C:\\qvl_test", "..\\..\\..\\x -> C:\\x", " a -> ~\\ a",
+              "ab:c -> ~\\ab:c", "\xC3\xA9\xE6\x97\xA5 -> ~\\\xC3\xA9\xE6\x97\xA5",
+              // Dots and blanks at the end of a component and of the path.
+              "a. . . -> ~\\a", "a. \\b  -> ~\\a. \\b", "a.\\b -> ~\\a\\b", "a\\... -> ~\\a\\", "a\\  -> ~\\a\\",
+              "C:\\a\\..  -> C:\\a\\", "C:\\  -> C:\\", "C:  -> ~\\", ".a -> ~\\.a", "C:\\.. \\x -> C:\\.. \\x",
+              // Drives and roots.
+              "c:\\A\\b -> c:\\A\\b", "C:\\\\a -> C:\\a", "C:\\a\\..\\..\\b -> C:\\b", "C:\\. -> C:\\", "C: -> ~\\",
+              "C:. -> ~", "c:.. -> C:\\qvl_test", "c:foo -> ~\\foo", "C:a\\ -> ~\\a\\", "q: -> q:\\",
+              "Q:..\\foo -> Q:\\foo", "\\ -> C:\\", "\\..\\x -> C:\\x",
+              // Shares and nothing.
+              "\\\\s\\h -> \\\\s\\h", "//s/h/x//y -> \\\\s\\h\\x\\y", "\\\\s\\h\\..\\..\\x -> \\\\s\\h\\x",
+              "\\\\s\\h\\.. -> \\\\s\\h\\", "\\\\s.\\h. -> \\\\s.\\h.", "\\\\?\\C:\\x\\..\\y -> \\\\?\\C:\\y", " -> ",
+              "   -> "},
+             "C:\\qvl_test\\d");
+    for (const auto &[path, expected] : paths) {
         char buffer[300];
         const DWORD length = GetFullPathNameA(path.c_str(), sizeof buffer, buffer, nullptr);
         EXPECT_EQ(std::string(buffer, length), expected) << path;
     }
-}
-
-TEST(full_path, is_made_of_the_text_alone) {
-    expect_full({"a -> ~\\a", "a\\ -> ~\\a\\", "a/b -> ~\\a\\b", "a//b/\\ -> ~\\a\\b\\", ". -> ~", ".\\ -> ~\\",
-                 ".\\a\\.\\b -> ~\\a\\b", "a\\. -> ~\\a", "a\\.. -> ~", "a\\..\\ -> ~\\", "a\\b\\..\\..\\c -> ~\\c",
-                 ".. -> C:\\qvl_test", "..\\..\\..\\.. -> C:\\", "..\\..\\..\\x -> C:\\x", " a -> ~\\ a",
-                 "a b -> ~\\a b", "ab:c -> ~\\ab:c", "\xC3\xA9\xE6\x97\xA5 -> ~\\\xC3\xA9\xE6\x97\xA5"});
-    // Dots and blanks at the end of a component and of the path.
-    expect_full({"a. -> ~\\a", "a . . -> ~\\a", "a. \\b  -> ~\\a. \\b", "a.\\b -> ~\\a\\b", "a \\b -> ~\\a \\b",
-                 "a\\... -> ~\\a\\", "a\\  -> ~\\a\\", "C:\\a\\..  -> C:\\a\\", "C:\\  -> C:\\", "C:  -> ~\\",
-                 ".a -> ~\\.a", "C:\\.. \\x -> C:\\.. \\x"});
-    // Drives and roots.
-    expect_full({"C:\\ -> C:\\", "c:\\A\\b -> c:\\A\\b", "C:\\\\a -> C:\\a", "C:\\a\\..\\..\\b -> C:\\b",
-                 "C:\\. -> C:\\", "C: -> ~\\", "C:. -> ~", "c:.. -> C:\\qvl_test", "c:foo -> ~\\foo", "C:a\\ -> ~\\a\\",
-                 "q: -> q:\\", "Q:foo -> Q:\\foo", "Q:..\\foo -> Q:\\foo", "\\ -> C:\\", "\\x\\y -> C:\\x\\y",
-                 "\\..\\x -> C:\\x"});
-    // Shares and nothing.
-    expect_full({"\\\\s\\h -> \\\\s\\h", "\\\\s\\h\\ -> \\\\s\\h\\", "//s/h/x//y -> \\\\s\\h\\x\\y",
-                 "\\\\s\\h\\..\\..\\x -> \\\\s\\h\\x", "\\\\s\\h\\.. -> \\\\s\\h\\", "\\\\s.\\h. -> \\\\s.\\h.",
-                 "\\\\?\\C:\\x\\..\\y -> \\\\?\\C:\\y", " -> ", "   -> "});
 }
 
 TEST(full_path, needs_room_for_its_terminator) {
@@ -60,21 +56,21 @@ TEST(current_directory, is_as_long_as_it_is) {
     EXPECT_EQ(shown.get(), "C:\\qvl_test\\d\\" + folder + "\\" + folder);
 }
 
-void expect_kind(entry_kind kind, std::initializer_list<std::string> paths) {
-    for (const std::string &path : paths) {
-        EXPECT_EQ(kind_of(path.c_str()), kind) << path;
-    }
-}
-
 TEST(kind_of, resolves_by_text_and_forgives_one_separator) {
-    expect_kind(entry_kind::missing, {"", " ", " e", "C:", "\\\\", "e\\\\", "e/\\", "e\\..\\\\", "C:\\qvl_test\\d\\\\",
-                                      "g.txt\\\\", "g.txt\\x", "g.txt:", "missing", "missing\\", "missing\\.", "e\\*",
-                                      "\\\\s\\h\\x", "1:", std::string(5000, 'x')});
-    expect_kind(entry_kind::directory, {"C:\\", "C:/", "C:\\\\", "\\", "C:.", "C:e", ".", "./", "..", "e\\", "e/",
-                                        "e \\", "g.txt\\..", "missing\\..", "c:\\qvl_test", "\\qvl_test\\d\\",
-                                        "..\\..\\..\\qvl_test", "C:\\\\qvl_test\\\\d//e", "C:\\qvl_test\\x\\..\\d"});
-    expect_kind(entry_kind::file, {"g.txt", "g.txt\\", "g.txt/", "g.txt\\.", "g.txt. .", "missing\\..\\g.txt",
-                                   "..\\prog.exe", "C:g.txt", "C:\\..\\qvl_test\\prog.exe"});
+    const std::pair<entry_kind, std::vector<std::string>> table[] = {
+        {entry_kind::missing,
+         {"", " ", "C:", "\\\\", "e\\\\", "e/\\", "e\\..\\\\", "g.txt\\\\", "g.txt\\x", "g.txt:", "missing\\.", "e\\*",
+          "\\\\s\\h\\x", "1:", std::string(5000, 'x')}},
+        {entry_kind::directory,
+         {"C:/", "C:\\\\", "\\", "C:e", ".", "./", "..", "e\\", "e \\", "g.txt\\..", "missing\\..", "c:\\qvl_test",
+          "..\\..\\..\\qvl_test", "C:\\\\qvl_test\\\\d//e"}},
+        {entry_kind::file,
+         {"g.txt", "g.txt\\", "g.txt/", "g.txt. .", "missing\\..\\g.txt", "C:g.txt", "C:\\..\\qvl_test\\prog.exe"}}};
+    for (const auto &[kind, paths] : table) {
+        for (const std::string &path : paths) {
+            EXPECT_EQ(kind_of(path.c_str()), kind) << path;
+        }
+    }
 }
 
 TEST(text_file, reads_as_the_windows_runtime) {

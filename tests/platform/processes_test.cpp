@@ -1,58 +1,92 @@
-// Command lines, the environment, and children: held, ended, in jobs.
+// Command lines, the environment, and children: started as this process was, held, ended, in jobs.
 
 #include <fstream>
+#include <memory>
 #include <unistd.h>
 
+#include "platform/command_line.h"
 #include "platform/environment.h"
+#include "platform/files.h"
+#include "platform/system_error.h"
 #include "tests/platform/children.h"
 
 namespace {
 
-void expect_ends(std::initializer_list<std::string> texts) {
-    for (const auto &[line, end] : rows(texts, "..\\prog")) {
-        EXPECT_EQ(run(line).substr(0, end == "error" ? 5 : std::string::npos), end) << line;
+std::string as_written(const std::string &argument) {
+    std::string text(2 * argument.size() + QUOTING_BYTES, '#');
+    text.resize(static_cast<size_t>(quote_argument(argument.c_str(), text.data()) - text.data()));
+    return text;
+}
+
+TEST(command_line, is_split_and_made_of_quoted_arguments) {
+    for (const auto &[text, arguments] :
+         rows({" \t  -> ", "1\t2 \t 3 @f ' ' \"\" x  -> [1][2][3][@f][']['][][x]",
+               R"("a b" c" "d "e f -> [a b][c d][e f])", R"(a\b a\\b \ \\ \\s\h\ -> [a\b][a\\b][\][\\][\\s\h\])",
+               R"(a\"b \"r s\" a\\"b c" a\\\"b -> [a"b]["r][s"][a\b c][a\"b])",
+               R"("a\" b" "a\\" c "C:\d\" x -> [a" b][a\][c][C:\d" x])",
+               R"("a""b c" """x""" e """" f -> [a"b c]["x"][e]["][f])",
+               R"(g a""b c a"""b c""" d -> [g][ab][c][a"b c"][d])", R"("unfinished \ -> [unfinished \])"},
+              "")) {
+        EXPECT_EQ(run("..\\prog " + text), arguments + "exit 0") << text;
+    }
+    for (const auto &[argument, text] : rows({R"( -> "")", R"(a\b\ -> a\b\)", R"(a b\ -> "a b\\")",
+                                              R"(\\" -> "\\\\\"")", R"(~\" -> "~\\\"")", R"(* -> "*")", R"(? -> "?")"},
+                                             "\t")) {
+        EXPECT_EQ(as_written(argument), text);
+    }
+    for (const auto &[line, rest] :
+         rows({"a -> ", " a ->  a", "a~b -> ~b", R"("a b"c" "d e ->  e)", R"(a\"b c" d ->  d)"}, "\t")) {
+        EXPECT_EQ(end_of_program_name(line.c_str()), rest);
     }
 }
 
-TEST(command_line, names_a_program_and_its_arguments) {
-    expect_ends({"~ -> exit 0", "~ 1\t2 \t 3 @f ' ' \"\" x  -> [1][2][3][@f][']['][][x]exit 0",
-                 R"(~ "a b" c" "d "e f -> [a b][c d][e f]exit 0)", R"(~ " -> []exit 0)",
-                 R"(~ a\b a\\b \ \\ \\s\h\ -> [a\b][a\\b][\][\\][\\s\h\]exit 0)",
-                 R"(~ a\"b \"r s\" a\\"b c" a\\\"b -> [a"b]["r][s"][a\b c][a\"b]exit 0)",
-                 R"(~ "a\" b" "a\\" c "C:\d\" x -> [a" b][a\][c][C:\d" x]exit 0)",
-                 R"(~ "a""b c" """x""" e """" f -> [a"b c]["x"][e]["][f]exit 0)",
-                 R"(~ "a""" g i a""b c a"""b c""" d -> [a"][g][i][ab][c][a"b c"][d]exit 0)",
-                 R"(~ a""""b c "h i""""j k" -> [a"b][c][h i""j k]exit 0)",
-                 R"(~ "unfinished \ -> [unfinished \]exit 0)"});
+TEST(command_line, names_a_program) {
     for (const char *name : {"../p q/x y.exe", "../plain", "../d x.exe", "../a.b"}) {
         fs::create_directories(fs::path(name).parent_path());
         fs::create_hard_link("../prog.exe", name);
     }
     std::ofstream("../plain.exe").close();
-    expect_ends({"C:\\qvl_test\\prog.exe\t1 exit=255 -> [1][exit=255]exit 255", R"("C:\qvl_test\prog" 1 -> [1]exit 0)",
-                 R"("C:\qvl_test\prog.exe"x" y" z -> [z]exit 0)", R"(C:\qvl_test\p q\x y.exe 1 2 -> [1][2]exit 0)",
-                 R"(C:/qvl_test/d/..\p q\x y 1 -> [1]exit 0)", R"("\qvl_test\p q\x y.exe" 1 -> [1]exit 0)",
-                 R"(..\plain 1 -> [1]exit 0)", R"(C:\qvl_test\a.b -> exit 0)", R"(C:\qvl_test\d x.exe -> exit 0)",
-                 R"(C:\qvl_test\missing.exe 1 -> error 2)", R"("C:\qvl_test\prog.exe 1" -> error 2)",
-                 R"(C:\qvl_test\p q\x -> error 2)", " -> error 2", "\"\" -> error", R"(C:\qvl_test\d -> error)",
-                 R"(C:\qvl_test\plain.exe -> error)"});
+    for (const auto &[line, end] :
+         rows({"~\\prog.exe\t1 exit=255 -> [1][exit=255]exit 255", R"("~\prog" 1 -> [1]exit 0)",
+               R"("~\prog.exe"x" y" z -> [z]exit 0)", R"(C:/qvl_test/d/..\p q\x y 1 -> [1]exit 0)",
+               R"("\qvl_test\p q\x y.exe" 1 -> [1]exit 0)", R"(..\plain 1 -> [1]exit 0)", R"(~\a.b -> exit 0)",
+               R"(~\d x.exe -> exit 0)", R"("~\prog.exe 1" -> error 2)", R"(~\p q\x -> error 2)", " -> error 2",
+               "\"\" -> error", R"(~\plain.exe -> error)"},
+              "C:\\qvl_test")) {
+        EXPECT_EQ(run(line).substr(0, end == "error" ? 5 : std::string::npos), end) << line;
+    }
+}
+
+TEST(received_start, keeps_what_is_open_and_says_why_there_is_no_child) {
+    const std::string much(32766 - sizeof "..\\prog.exe", 'x');
+    EXPECT_EQ(run_as_received("..\\prog.exe", (" " + much).c_str()), "[" + much + "]exit 0");
+    EXPECT_EQ(run_as_received("..\\prog.exe", (" x" + much).c_str()), "error 206");
+    EXPECT_EQ(run_as_received("..\\missing.exe", ""), "error 2");
+    FILE *log = open_text_file("log", "w+");
+    const std::string order = "handle=" + std::to_string(handle_of(log));
+    EXPECT_EQ(run_as_received("..\\prog.exe", (" " + order).c_str()), "[" + order + "]refused\nexit 0");
+    fclose(log);
+    for (const DWORD error : {5, 999999}) {
+        const std::unique_ptr<char, decltype(&free)> text(system_error_text(error, "it"), free);
+        const std::string words = text.get(), number = "error " + std::to_string(error);
+        EXPECT_TRUE(error == 5 ? words.ends_with("d (" + number + ")") : words == number) << words;
+    }
 }
 
 TEST(environment, goes_to_children_by_names_without_letter_case_in_any_length) {
     const std::string received = getenv("PATH");
+    SetEnvironmentVariableA("Path", std::string(20000, 'v').c_str());
+    EXPECT_TRUE(SetEnvironmentVariableA("path", "changed"));
     EXPECT_TRUE(SetEnvironmentVariableA("QVL", "") && SetEnvironmentVariableA("qvL", "a b=c"));
+    EXPECT_EQ(run("..\\prog env=QVL env=PATH env=QV"), "[env=QVL][env=PATH][env=QV]env     QVL=a b=c\n"
+                                                       "env     PATH=changed\nenv     QV is unset\nexit 0");
+    EXPECT_TRUE(getenv("QVL") == nullptr && getenv("PATH") == received);
+    SetEnvironmentVariableA("PATH", received.c_str());
     for (DWORD size : {5, 6}) {
         char buffer[] = "#######";
         EXPECT_EQ(GetEnvironmentVariableA("Qvl", buffer, size), size == 6 ? 5u : 6u);
         EXPECT_STREQ(buffer, size == 6 ? "a b=c" : "#######");
     }
-    SetEnvironmentVariableA("Path", std::string(20000, 'v').c_str());
-    SetEnvironmentVariableA("path", "changed");
-    EXPECT_EQ(run("..\\prog env=QVL env=PATH env=QV"),
-              "[env=QVL][env=PATH][env=QV]env     QVL=a b=c\nenv     PATH=changed\n"
-              "env     QV is unset\nexit 0");
-    EXPECT_TRUE(getenv("QVL") == nullptr && getenv("PATH") == received);
-    SetEnvironmentVariableA("PATH", received.c_str());
     std::string longest;
     while (longest.size() < 60000) {
         longest += "大";
