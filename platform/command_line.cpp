@@ -1,6 +1,5 @@
 #include "platform/command_line.h"
 
-#include <cstdlib>
 #include <cstring>
 
 namespace {
@@ -55,15 +54,6 @@ void take_arguments(const char *text, char **list, char *room) {
 // Each argument takes at least one byte and, but for the last, a blank.
 size_t argument_slots(const char *text) {
     return (strlen(text) + 1) / 2 + 1;
-}
-
-char **split_arguments(const char *text) {
-    const size_t list_size = argument_slots(text) * sizeof(char *);
-    char **list = static_cast<char **>(malloc(list_size + strlen(text) + 1));
-    if (list != nullptr) {
-        take_arguments(text, list, reinterpret_cast<char *>(list) + list_size);
-    }
-    return list;
 }
 
 // A run of backslashes is doubled where a quote follows it, one of the argument's own or the

@@ -31,9 +31,6 @@ extern "C" size_t argument_slots(const char *text);
 // and returns where it ends in the text.
 extern "C" const char *take_argument(const char *from, char **to);
 
-// The same in one heap block of the caller's; null when memory is out.
-extern "C" char **split_arguments(const char *text);
-
 // Writes the argument so that take_arguments() reads it back, whatever it holds, and returns where
 // the writing ended; no terminator is written. Quotes are set where a blank, a tab, a quote or
 // nothing at all asks for them, and around * and ?, which a runtime may expand outside of quotes.
