@@ -17,10 +17,6 @@ namespace {
 constexpr char CTRL_Z = 0x1A;
 constexpr int NOTHING = -1;
 
-bool is_separator(char c) {
-    return c == '\\' || c == '/';
-}
-
 // The full path of the entry that stat() of the Windows runtime asks for. A bare drive names
 // nothing there, and of several separators at the end only one is forgiven, except after a drive.
 bool status_path(std::string_view path, std::span<char> full) {

@@ -16,10 +16,6 @@ namespace {
 // kernel32 counts a path's length, terminator included, in a 16-bit number of bytes of UTF-16.
 constexpr size_t LONGEST_FULL_PATH = 32767;
 
-bool is_separator(char c) {
-    return c == '\\' || c == '/';
-}
-
 // The full path as it grows. `root` is the length that ".." never goes below.
 struct path_text {
     std::span<char> room;

@@ -8,6 +8,10 @@
 #include <cstddef>
 #include <span>
 
+inline bool is_separator(char c) {
+    return c == '\\' || c == '/';
+}
+
 // What GetFullPathNameA says of `path`.
 size_t full_path(const char *path, std::span<char> buffer);
 
