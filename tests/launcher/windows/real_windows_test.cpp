@@ -1,6 +1,5 @@
 // What Windows itself does; what Wine does not is passed over there. docs/windows.md and docs/javaw.md tell users.
 
-#include <cstdlib>
 #include <sys/stat.h>
 
 #include "platform/windows_services.h"
@@ -89,17 +88,6 @@ TEST_F(launcher, gives_a_program_a_console_unless_the_start_is_transparent) {
     EXPECT_TRUE(holds(result.output, "no console")) << result.output << result.errors;
 }
 
-// Wine has no rights of its own on folders.
-TEST_F(real_windows, finds_no_file_in_a_folder_that_may_not_be_listed) {
-    configure("LAUNCH_MODE=ri\nJVM_HOME=C:\\J\nTRANSPARENT=true\n");
-    const std::string folder = "icacls " + to_text(on_disk("C:\\J\\bin"));
-    ASSERT_EQ(std::system((folder + " /deny *S-1-1-0:(RD)").c_str()), 0);
-    const outcome result = run_launcher(LAUNCHER, {});
-    EXPECT_EQ(std::system((folder + " /remove:d *S-1-1-0").c_str()), 0);
-    EXPECT_EQ(result.status, STATUS_MINUS_1);
-    EXPECT_TRUE(holds(result.errors, "Error: \\bin/java doesn't exist in JVM_HOME")) << result.errors;
-}
-
 TEST_F(launcher, javaw_hands_on_streams_and_status_without_a_console) {
     put_program("javaw.exe", "C:\\L\\bin\\javaw.exe");
     put_program("stand_in_javaw.exe", "C:\\J\\bin\\javaw.exe");
@@ -108,17 +96,5 @@ TEST_F(launcher, javaw_hands_on_streams_and_status_without_a_console) {
         const outcome result = run_launcher("C:\\L\\bin\\javaw.exe", {"start", "exit=7"});
         EXPECT_EQ(result.status, 7u);
         EXPECT_TRUE(holds(result.output, "no console")) << result.output << result.errors;
-    }
-}
-
-// Programs that resolve paths start it so; the runtime's stat() of Windows, not Wine's, knows no such path.
-TEST_F(launcher, takes_the_sign_of_a_resolved_path_off_its_own) {
-    for (const char *home : {"C:\\J", "C:\\L"}) {
-        configure("LAUNCH_MODE=ri\nSHOW_START=true\nJVM_HOME=" + std::string(home));
-        const uint32_t id = start({"\\\\?\\" + to_text(on_disk(LAUNCHER)), {}, on_disk("C:\\work")});
-        const outcome result = end_of_launcher(id);
-        EXPECT_NE(result.output.find(here("executable_file_path = C:\\L\\bin\\java.exe\n")), std::string::npos)
-            << result.output;
-        EXPECT_EQ(result.status, home[3] == 'J' ? 0u : STATUS_MINUS_1);
     }
 }
