@@ -6,33 +6,21 @@
 #include "tests/rewriting/engine.h"
 
 TEST(configuration, values_are_trimmed) {
-    const char *const rows[][2] = {
-        {"", ""},
-        {" \t\n\v\f\r", ""},
-        {"a", "a"},
-        {"\v a b\t\r\n", "a b"},
-        {"\"a \"", "\"a \""},
-        {"\xC2\xA0x", "\xC2\xA0x"}, // a no-break space is no blank
-    };
-    for (const auto &[text, trimmed] : rows) {
-        const text_ptr output(new_state_text());
+    const text_ptr output(new_state_text());
+    for (const char *text : {"", " \t\n\v\f\r", "a;", "\v b c\t\r\n", "\xC2\xA0;"}) { // a no-break space is no blank
         trim(text, output.get());
-        EXPECT_STREQ(output.get(), trimmed) << text;
-        trim("more", output.get());
-        EXPECT_EQ(output.get(), std::string(trimmed) + "more");
     }
+    EXPECT_STREQ(output.get(), "a;b c\xC2\xA0;");
 }
 
 TEST(configuration, lists_are_split) {
     // Text -> lead -> tail -> delimiter -> entries
     for (const texts &row : rows_of(R"(
 -> -> -> = ->
-a=b=c -> -> -> = -> a|b|c
 =a==b= -> -> -> = -> a|b
 a=b -> -> -> -> a=b
 "-Xmx1g" "-Dx=a b" -> " -> " -> " " -> -Xmx1g|-Dx=a b
 "-Xa"  "-Xb" -> " -> " -> " " -> -Xa"  "-Xb
--Xmx1g -> " -> " -> " " -> Xmx1
 "-Xa" "-Xb -> " -> " -> " " -> -Xa|-X
 "" "" -> " -> " -> " " ->
 " -> " -> " -> " " ->
@@ -44,5 +32,57 @@ ab -> " -> " -> " " ->
         split(row[0].c_str(), array, &count, row[1].c_str(), row[2].c_str(), row[3].c_str());
         EXPECT_EQ(texts(array, array + count), entries_of(row[4])) << row[0];
         release_entries(array, &count);
+    }
+}
+
+TEST(configuration, the_launcher_lies_in_a_bin_folder) {
+    make_disk();
+    // The launcher -> the folder; none where it cannot lie
+    for (const texts &row : rows_of(R"(
+C:\A\bin\java.exe -> \bin
+C:\A\jre\bin\x -> \jre\bin
+C:\bin\java.exe -> \bin
+C:\A\Xbin\java.exe ->
+C:\A\BIN2\bin.exe ->
+)")) {
+        const std::string path = here(row[0]);
+        put_file(row[0], "");
+        assign_text(&executable_dir, path.substr(0, path.rfind('\\')));
+        EXPECT_EQ(is_valid_exe_path(path.c_str()), row[1].empty() ? 0 : 1) << path;
+        EXPECT_EQ(set_bin_dir(), row[1].empty() ? FAILURE : SUCCESS) << path;
+        EXPECT_EQ(bin_dir, row[1]) << path;
+        release_text(&bin_dir);
+    }
+    for (const char *path : {static_cast<const char *>(nullptr), "", "C:\\A\\jre\\bin\\missing"}) {
+        EXPECT_EQ(is_valid_exe_path(path), 0);
+    }
+}
+
+TEST(configuration, a_bundle_has_its_homes_above_the_launcher) {
+    make_disk();
+    put_folder("C:\\R\\a\\b\\c\\jre\\bin");
+    put_folder("C:\\R\\quorvel_home");
+    // The launcher's folder -> container home, JVM home and Quorvel home as configured -> as they are then,
+    // or what the process says at its end
+    for (const texts &row : rows_of(R"(
+C:\R\a\b\c\jre\bin -> || -> C:\R\a\b\c\jre\bin\..\..|C:\R\a\b\c\jre\bin\..\..\..\..\..|C:\R\a\b\c\jre\bin\..\..\..\..\..\quorvel_home
+C:\R\bin -> |C:\R\a|C:\R\b -> C:\R\bin\..|C:\R\a|C:\R\b
+C:\R\tools -> || ->
+C:\none\bin -> || ->
+C:\R\bin -> Y:\none|| ->
+C:\R\bin -> |C:\R\a| -> Error: C:\R\a\quorvel_home doesn't exist
+)")) {
+        const texts configured = entries_of(here(row[1]));
+        const auto fall_back = [&] {
+            assign_text(&executable_dir, here(row[0]));
+            assign_text(&container_home, configured[0]);
+            assign_text(&jvm_home, configured[1]);
+            assign_text(&quorvel_home, configured[2]);
+            fall_back_on_bundle(); // may end the process with the same status
+            fprintf(stderr, "%s|%s|%s\n", container_home, jvm_home, quorvel_home);
+            exit(0);
+        };
+        const std::string said = row[2].empty() ? "" : here(row[2]) + '\n';
+        EXPECT_EXIT(fall_back(), testing::ExitedWithCode(0), testing::Eq(said)) << row[0];
     }
 }

@@ -8,18 +8,6 @@
 #include "tests/support/programs.h"
 #include "tests/support/trace.h"
 
-static size_t allocations = 0; // calls of malloc()
-
-extern "C" {
-void *__real_malloc(size_t size);
-void *__wrap_malloc(size_t size);
-}
-
-void *__wrap_malloc(size_t size) {
-    allocations++;
-    return __real_malloc(size);
-}
-
 namespace {
 
 class native_invocation : public testing::Test {
@@ -27,9 +15,6 @@ protected:
     void SetUp() override { make_disk(); }
     void TearDown() override { forget_configuration(); }
 };
-
-constexpr char HOST_TITLE[] = "DETERMINING HOST JVM VERSION:\n-----------------------------\n";
-constexpr char GUEST_TITLE[] = "DETERMINING GUEST JAVA VERSION:\n-------------------------------\n";
 
 // What a command line leaves behind: path lists, agents, options of variables, allow and ignore lists.
 constexpr char FULL_CONFIGURATION[] = "QUORVEL_NATIVE_AGENT=a.dll\nIGNORE_OPTIONS=-Xignored\nALLOW_VM_OPTIONS=allowed\n"
@@ -61,13 +46,8 @@ C:\a\jni\qvljni.dll\b\jni\qvljni.dll -> C:\a\jni\qvljni.dll\b
 C:\L\jni\qvljni.dll.bak\x -> C:\L
 \jni\qvljni.dll ->
 )")) {
-        is_native_invocation = 0;
-        os_name = nullptr;
         init_launcher_home_from_library_path(row[0].c_str());
         EXPECT_EQ(launcher_home, row[1]) << row[0];
-        EXPECT_EQ(is_native_invocation, 1);
-        EXPECT_EQ(is_transparent + rewrites_arguments + leaves_standard_output + says_faults, 0);
-        EXPECT_STREQ(os_name, "Windows");
     }
     const std::string message = "Error: failed to identify launcher_home in library path: ";
     for (const char *library : {"C:\\L\\bin\\QvlJni.dll", "jni\\qvljni.dll", ""}) {
@@ -77,21 +57,24 @@ C:\L\jni\qvljni.dll.bak\x -> C:\L
 }
 
 TEST_F(native_invocation, java_9_and_later_have_a_layout_of_their_own) {
-    const std::string jar = "C:\\H\\lib\\jrt-fs.jar";
-    const std::string legal = "C:\\H\\legal\\java.base";
-    // What the first is -> what the second is -> what is said of the one -> of the other -> the version
+    // Files -> what is said of them -> the version
     for (const texts &row : rows_of(R"(
-file -> folder -> is present -> is present -> 9+
-file -> file -> is present -> is NOT present -> 8-
-folder -> folder -> is NOT present -> -> 8-
+lib\jrt-fs.jar|legal\java.base\x -> lib\jrt-fs.jar is present|legal\java.base is present -> 9+
+lib\jrt-fs.jar|legal\java.base -> lib\jrt-fs.jar is present|legal\java.base is NOT present -> 8-
+lib\jrt-fs.jar\x -> lib\jrt-fs.jar is NOT present -> 8-
 )")) {
         make_disk();
-        row[0] == "file" ? put_file(jar, "") : put_folder(jar);
-        row[1] == "file" ? put_file(legal, "") : put_folder(legal);
-        const std::string of_legal = row[3].empty() ? "" : legal + ' ' + row[3] + '\n';
-        const std::string trace = here(jar + ' ' + row[2] + '\n' + of_legal);
-        const std::string host = HOST_TITLE + trace + "Host JVM is Java " + row[4] + "\n\n";
-        const std::string guest = GUEST_TITLE + trace, said = "Guest JVM is Java " + row[4] + "\n";
+        for (const std::string &file : entries_of(row[0])) {
+            put_file("C:\\H\\" + file, "");
+        }
+        std::string trace;
+        for (const std::string &said : entries_of(row[1])) {
+            trace += here("C:\\H\\" + said + '\n');
+        }
+        const std::string host = "DETERMINING HOST JVM VERSION:\n-----------------------------\n" + trace +
+                                 "Host JVM is Java " + row[2] + "\n\n";
+        const std::string guest = "DETERMINING GUEST JAVA VERSION:\n-------------------------------\n" + trace;
+        const std::string said = "Guest JVM is Java " + row[2] + '\n';
         for (const std::string mode : {"advanced", "legacy", "patch"}) {
             forget_configuration();
             assign_text(&jvm_home, here(mode == "legacy" ? "C:\\none" : "C:\\H"));
@@ -99,46 +82,27 @@ folder -> folder -> is NOT present -> -> 8-
             assign_text(&launch_mode, mode);
             EXPECT_EQ(traced_by(init_host_and_guest_versions),
                       (mode == "legacy" ? "" : host) + guest + (mode == "patch" ? "" : said));
-            EXPECT_EQ(is_host_java_9_plus, mode != "legacy" && row[4] == "9+");
-            EXPECT_EQ(is_guest_java_9_plus, row[4] == "9+");
+            EXPECT_EQ(is_host_java_9_plus, mode != "legacy" && row[2] == "9+");
+            EXPECT_EQ(is_guest_java_9_plus, row[2] == "9+");
         }
     }
 }
 
 TEST_F(native_invocation, reads_the_configuration_beside_the_library) {
-    put_file("C:\\L\\launcher.cfg", "LAUNCH_MODE=legacy\nCONTAINER_HOME=C\nQUORVEL_HOME=Q\n"
-                                    "TRANSPARENT=true\nREWRITE_ARGUMENTS=true\n");
     put_folder("C:\\L\\C");
     use_advanced_launch_mode = 0;
-    const std::string trace =
-        traced_by([] { initialize_jlp_for_native_invocation(here("C:\\L\\JNI\\qvljni.dll").c_str(), 32); });
-    EXPECT_EQ(launcher_home, here("C:\\L"));
+    const std::string trace = traced_by([] {
+        initialize("LAUNCH_MODE=legacy\nCONTAINER_HOME=C\nQUORVEL_HOME=Q\nTRANSPARENT=true\nREWRITE_ARGUMENTS=true\n");
+    });
+    EXPECT_EQ(launcher_home + std::string("|") + launch_mode + '|' + jvm_home + '|' + os_name,
+              here("C:\\L") + "|advanced||Windows");
     EXPECT_EQ(native_jvm_bits, 64);
-    EXPECT_EQ(is_native_invocation, 1);
-    EXPECT_STREQ(launch_mode, "advanced");
-    EXPECT_EQ(use_advanced_launch_mode, 1);
-    EXPECT_STREQ(jvm_home, "");
-    EXPECT_EQ(is_host_java_9_plus, 0);
-    EXPECT_TRUE(trace.ends_with(GUEST_TITLE + here("C:\\L\\C\\lib\\jrt-fs.jar is NOT present\n"
-                                                   "Guest JVM is Java 8-\n")))
-        << trace;
-    EXPECT_EQ(trace.find(HOST_TITLE), std::string::npos);
+    EXPECT_EQ(is_native_invocation + use_advanced_launch_mode + says_faults, 3);
+    EXPECT_EQ(is_host_java_9_plus + is_transparent + rewrites_arguments + leaves_standard_output, 0);
+    EXPECT_TRUE(trace.ends_with(here("C:\\L\\C\\lib\\jrt-fs.jar is NOT present\nGuest JVM is Java 8-\n"))) << trace;
+    EXPECT_EQ(trace.find("HOST JVM"), std::string::npos);
     const std::string warning = "WARNING: Forcing LAUNCH_MODE=advanced, as this is a native java invocation\n";
     EXPECT_NE(trace.find(warning), std::string::npos);
-}
-
-TEST_F(native_invocation, an_argument_costs_one_allocation) {
-    const auto allocations_for = [](size_t count) {
-        std::string list = "-ea";
-        while (list.size() < 4 * count) {
-            list += "|-ea";
-        }
-        start("legacy 8 8");
-        allocations = 0;
-        rewrite(list);
-        return allocations;
-    };
-    EXPECT_LE(allocations_for(2000) - allocations_for(1000), 1000u + 10);
 }
 
 TEST_F(native_invocation, a_host_lives_long) {
