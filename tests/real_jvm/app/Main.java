@@ -3,12 +3,9 @@ package app;
 import java.util.stream.Collectors;
 import java.util.stream.Stream;
 
-/** Shows what of its command line arrives, and ends with 7; or writes every byte, and ends with 3. */
+/** Shows what of its command line arrives, and ends with 7. */
 public class Main {
     public static void main(String[] args) {
-        if (args[0].equals("bytes")) {
-            writeBytes();
-        }
         System.out.println(String.join(", ", args));
         System.out.println(Stream.of("my.dir", "from.file", "from.variable", "configured",
                 "com.quorvel.LauncherPackPath", "com.quorvel.ContainerHome",
@@ -19,15 +16,5 @@ public class Main {
         boolean isPatched = base.getPackages().contains("java.quorvel");
         System.out.println((isOpen ? "open" : "closed") + (isPatched ? ", patched" : ""));
         System.exit(7);
-    }
-
-    private static void writeBytes() {
-        for (int i = 0; i < 256; i++) {
-            System.out.write(i);
-            System.err.write(i);
-        }
-        System.out.flush();
-        System.err.flush();
-        System.exit(3);
     }
 }
