@@ -43,7 +43,6 @@ C:\A\bin\java.exe -> \bin
 C:\A\jre\bin\x -> \jre\bin
 C:\bin\java.exe -> \bin
 C:\A\Xbin\java.exe ->
-C:\A\BIN2\bin.exe ->
 )")) {
         const std::string path = here(row[0]);
         put_file(row[0], "");
