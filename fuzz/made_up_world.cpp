@@ -68,7 +68,6 @@ void run_product(const std::function<void()> &run) {
     if (LOG_FILE_FD != nullptr) {
         fclose(LOG_FILE_FD);
     }
-    release_state();
     forget_state();
     text_writer = keep_text;
     set_jlp_end_listener([](const char *, int status) { throw process_end{status}; });

@@ -5,14 +5,6 @@
 #include "core/state_text.h"
 #include "tests/rewriting/engine.h"
 
-TEST(configuration, values_are_trimmed) {
-    const text_ptr output(new_state_text());
-    for (const char *text : {"", " \t\n\v\f\r", "a;", "\v b c\t\r\n", "\xC2\xA0;"}) { // a no-break space is no blank
-        trim(text, output.get());
-    }
-    EXPECT_STREQ(output.get(), "a;b c\xC2\xA0;");
-}
-
 TEST(configuration, lists_are_split) {
     // Text -> lead -> tail -> delimiter -> entries
     for (const texts &row : rows_of(R"(
@@ -32,28 +24,6 @@ ab -> " -> " -> " " ->
         split(row[0].c_str(), array, &count, row[1].c_str(), row[2].c_str(), row[3].c_str());
         EXPECT_EQ(texts(array, array + count), entries_of(row[4])) << row[0];
         release_entries(array, &count);
-    }
-}
-
-TEST(configuration, the_launcher_lies_in_a_bin_folder) {
-    make_disk();
-    // The launcher -> the folder; none where it cannot lie
-    for (const texts &row : rows_of(R"(
-C:\A\bin\java.exe -> \bin
-C:\A\jre\bin\x -> \jre\bin
-C:\bin\java.exe -> \bin
-C:\A\Xbin\java.exe ->
-)")) {
-        const std::string path = here(row[0]);
-        put_file(row[0], "");
-        assign_text(&executable_dir, path.substr(0, path.rfind('\\')));
-        EXPECT_EQ(is_valid_exe_path(path.c_str()), row[1].empty() ? 0 : 1) << path;
-        EXPECT_EQ(set_bin_dir(), row[1].empty() ? FAILURE : SUCCESS) << path;
-        EXPECT_EQ(bin_dir, row[1]) << path;
-        release_text(&bin_dir);
-    }
-    for (const char *path : {static_cast<const char *>(nullptr), "", "C:\\A\\jre\\bin\\missing"}) {
-        EXPECT_EQ(is_valid_exe_path(path), 0);
     }
 }
 

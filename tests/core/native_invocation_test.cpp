@@ -38,24 +38,6 @@ void tell(const char *message, int status) {
 
 } // namespace
 
-TEST_F(native_invocation, the_launcher_home_stands_in_the_library_path) {
-    for (const texts &row : rows_of(R"(
-C:\L\jni\qvljni.dll -> C:\L
-C:\Apps\L\JNI\QvlJni.DLL -> C:\Apps\L
-C:\a\jni\qvljni.dll\b\jni\qvljni.dll -> C:\a\jni\qvljni.dll\b
-C:\L\jni\qvljni.dll.bak\x -> C:\L
-\jni\qvljni.dll ->
-)")) {
-        init_launcher_home_from_library_path(row[0].c_str());
-        EXPECT_EQ(launcher_home, row[1]) << row[0];
-    }
-    const std::string message = "Error: failed to identify launcher_home in library path: ";
-    for (const char *library : {"C:\\L\\bin\\QvlJni.dll", "jni\\qvljni.dll", ""}) {
-        EXPECT_EXIT(initialize_jlp_for_native_invocation(library, 0), testing::ExitedWithCode(1),
-                    testing::Eq(message + library + '\n'));
-    }
-}
-
 TEST_F(native_invocation, java_9_and_later_have_a_layout_of_their_own) {
     // Files -> what is said of them -> the version
     for (const texts &row : rows_of(R"(

@@ -130,25 +130,6 @@ TEST(arguments, are_expanded_up_to_the_first_application_argument) {
     EXPECT_EQ(go_on_with("@two.args|-cp"), "..2");
 }
 
-std::string expanded(const char *text) {
-    start_anew();
-    JLI_List list = kept(JLI_List_new(1));
-    EXPECT_EQ(expand(list, text, "V"), 1);
-    return shown(list);
-}
-
-TEST(option_variable, is_split_at_whitespace_and_joined_by_quotes) {
-    std::ofstream("three.args") << "-cp lib '-Da=1 2'";
-    std::ofstream("empty.args") << "";
-    expect_results(expanded,
-                   {{"", "; \t\n\v\f\r"},
-                    {"-a|-b|-c|-\xa0\x85#|-\\\\\"|", " -a\v-b\f-c   -\xa0\x85# -\\'\\\"'\n"},
-                    {"-Dx=a b|-it's|-say \"x\"|--source 11|", "-Dx=\"a b\" -'it'\"'s\" -'say \"x\"' '--source 11'"},
-                    {"-cp|C:\\dir|-cp||-x -y\\|", "-cp C:\\dir -cp '' \"-x \"-y'\\'"},
-                    {"-x|-cp|lib|-Da=1 2|-cp|@x|", "-x @three.args '@empty.args' -cp @@x"},
-                    {"--disable-@files|-cp|@three.args|", "--disable-@files -cp @three.args"}});
-}
-
 // With tracing on a body says this on standard error and in the trace log, and nothing with it off.
 // Either is for good, as is the bookkeeping: the process of the body starts anew.
 void expect_end(const auto &body, int status, const std::string &said) {
@@ -158,23 +139,6 @@ void expect_end(const auto &body, int status, const std::string &said) {
                     testing::ExitedWithCode(status), testing::Eq(traced ? said : ""));
         EXPECT_EQ(read_file("jli_test.log"), traced ? said : "");
     }
-}
-
-void pick_up_variables() {
-    JLI_List list = kept(JLI_List_new(1));
-    for (const char *setting : {"V1=-cp", "V2=  ", "V3='b c'", "V4"}) {
-        putenv(const_cast<char *>(setting));
-        JLI_ReportMessage("[%d]", JLI_AddArgsFromEnvVar(list, std::string(setting, 2).c_str()));
-    }
-    JLI_ReportMessage("%s", shown(list).c_str());
-    exit(0);
-}
-
-TEST(option_variable, is_picked_up_from_the_environment) {
-    expect_end(pick_up_variables, 0,
-               "NOTE: Picked up V1: -cp[1]NOTE: Picked up V2:   [1]NOTE: Picked up V3: 'b c'[1][0]-cp|b c|");
-    expect_end([] { JLI_InitArgProcessing(1, 0), pick_up_variables(); }, 0, "[0][0][0][0]");
-    expect_end([] { checkArg("-x"), start_anew(), pick_up_variables(); }, 0, "[0][0][0][0]");
 }
 
 TEST(failure, ends_the_process_with_a_message) {

@@ -170,12 +170,3 @@ TEST_F(transparent, says_why_nothing_is_started) {
     }
     set_environment("JDK_JAVA_OPTIONS", "");
 }
-
-TEST_F(transparent, is_not_needed_for_the_rewriting) {
-    configure("LAUNCH_MODE=ri\nJVM_HOME=C:\\J\nREWRITE_ARGUMENTS=true\n");
-    const outcome result = run_launcher(LAUNCHER, {"-Da=b c", "-cp", here("C:\\L\\x"), "Main", "d e", "", "exit=3"});
-    EXPECT_EQ(result.output,
-              report(JAVA, {"-Da=b c", "-cp", here("C:\\J\\x"), "Main", "d e", "exit=3"}) + invalid_command(JAVA));
-    EXPECT_EQ(result.status, 3u);
-    EXPECT_EQ(result.errors, "");
-}

@@ -40,23 +40,6 @@ TEST(command_line, is_split_and_made_of_quoted_arguments) {
     }
 }
 
-TEST(command_line, names_a_program) {
-    for (const char *name : {"../p q/x y.exe", "../plain", "../d x.exe", "../a.b"}) {
-        fs::create_directories(fs::path(name).parent_path());
-        fs::create_hard_link("../prog.exe", name);
-    }
-    std::ofstream("../plain.exe").close();
-    for (const auto &[line, end] :
-         rows({"~\\prog.exe\t1 exit=255 -> [1][exit=255]exit 255", R"("~\prog" 1 -> [1]exit 0)",
-               R"("~\prog.exe"x" y" z -> [z]exit 0)", R"(C:/qvl_test/d/..\p q\x y 1 -> [1]exit 0)",
-               R"("\qvl_test\p q\x y.exe" 1 -> [1]exit 0)", R"(..\plain 1 -> [1]exit 0)", R"(~\a.b -> exit 0)",
-               R"(~\d x.exe -> exit 0)", R"("~\prog.exe 1" -> error 2)", R"(~\p q\x -> error 2)", " -> error 2",
-               "\"\" -> error", R"(~\plain.exe -> error)"},
-              "C:\\qvl_test")) {
-        EXPECT_EQ(run(line).substr(0, end == "error" ? 5 : std::string::npos), end) << line;
-    }
-}
-
 TEST(received_start, keeps_what_is_open_and_says_why_there_is_no_child) {
     const std::string much(32766 - sizeof "..\\prog.exe", 'x');
     EXPECT_EQ(run_as_received("..\\prog.exe", (" " + much).c_str()), "[" + much + "]exit 0");
@@ -126,28 +109,6 @@ TEST(process, is_held_until_resumed_and_ends_with_a_killing_job_or_its_terminati
         EXPECT_EQ(end_of(child), kill == 0 ? 0xFFFFFFFF : 0);
         fs::remove("held");
     }
-}
-
-TEST(process, is_refused_by_the_wrong_handle_and_once_it_has_ended) {
-    HANDLE job = CreateJobObjectA(nullptr, "qvl_platform_test");
-    const PROCESS_INFORMATION child = start_command("..\\prog", CREATE_SUSPENDED);
-    DWORD code;
-    for (HANDLE handle : {HANDLE(nullptr), reinterpret_cast<HANDLE>(0x1234), job, child.hThread}) {
-        EXPECT_FALSE(SetEnvironmentVariableA("a=b", "")); // leaves another error
-        EXPECT_FALSE(GetExitCodeProcess(handle, &code));
-        EXPECT_EQ(GetLastError(), DWORD(ERROR_INVALID_HANDLE));
-        EXPECT_FALSE(AssignProcessToJobObject(job, handle) || TerminateProcess(handle, 1));
-    }
-    EXPECT_FALSE(SetEnvironmentVariableA("", ""));
-    EXPECT_FALSE(AssignProcessToJobObject(nullptr, child.hProcess));
-    EXPECT_EQ(GetLastError(), DWORD(ERROR_INVALID_HANDLE));
-    EXPECT_EQ(ResumeThread(child.hProcess), DWORD(-1));
-    EXPECT_TRUE(TerminateProcess(child.hProcess, 259));
-    WaitForSingleObject(child.hProcess, INFINITE);
-    EXPECT_FALSE(AssignProcessToJobObject(job, child.hProcess));
-    EXPECT_EQ(GetLastError(), DWORD(ERROR_ACCESS_DENIED));
-    EXPECT_EQ(end_of(child), 259u);
-    EXPECT_TRUE(CloseHandle(job) && !CloseHandle(nullptr));
 }
 
 } // namespace

@@ -56,7 +56,6 @@ texts entries_of(const std::string &list) {
 }
 
 void forget_configuration() {
-    release_state();
     forget_state();
 }
 

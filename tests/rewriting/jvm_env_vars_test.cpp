@@ -5,9 +5,6 @@
 
 namespace {
 
-using testing::Eq;
-using testing::ExitedWithCode;
-
 // Launch mode and Java versions -> arguments -> variable -> its value -> that of its guest copy
 //     -> guest or trailing list -> the variable of the child -> its guest copy
 constexpr char VARIABLES[] = R"(
@@ -36,37 +33,14 @@ ri 9 8 -> Main -> JAVA_TOOL_OPTIONS -> -Xmx1m -Xshare:on -Da=C:\L -> -> Main -> 
 ri 9 8 -> Main -> CLASSPATH -> C:\L -> -> Main -> C:\J -> (unset)
 )";
 
-// Launch mode and Java versions -> arguments -> leading list -> trailing list; none where the
-// process ends. "_JAVA_OPTIONS" holds -ea.
-constexpr char ARGUMENT_FILES[] = R"(
-legacy 8 8 -> @C:\L\opts|@C:\L\empty|@@x|@C:\L\opts -> -cp|C:\C|"-Da=b c"|-agentlib:x -> @x|@C:\L\opts
-legacy 8 8 -> @C:\L\main|@C:\L\missing -> -> Main|@x|-Xmx1m|@C:\L\missing
-legacy 8 8 -> --disable-@files|@C:\L\off|@C:\L\missing|-ea -> --disable-@files|--disable-@files|-ea ->
-// A lone "@" counts as a main class
-legacy 8 8 -> @|@C:\L\missing|-ea -> -ea ->
-legacy 8 8 -> @C:\L\missing
-advanced 8 8 -> @C:\L\main
-)";
-
 class option_variables : public testing::Test {
 protected:
     void SetUp() override {
         make_disk();
         put_file("C:\\Q\\windows-x64\\quorvel.dll", "");
         put_file("C:\\L\\opts", here("-cp C:\\L \"-Da=b c\" # no\n-Xrunx"));
-        put_file("C:\\L\\main", "Main @x -Xmx1m");
-        put_file("C:\\L\\off", "--disable-@files");
-        put_file("C:\\L\\empty", "");
     }
 };
-
-void show_lists(const texts &row) {
-    start(row[0]);
-    rewrite(row[1]);
-    const std::string list = host_list();
-    fprintf(stderr, "%s -> %s\n", list.substr(0, list.find("-Dcom.quorvel.L")).c_str(), guest_list().c_str());
-    exit(0);
-}
 
 } // namespace
 
@@ -83,15 +57,4 @@ TEST_F(option_variables, are_rewritten_for_the_child) {
         set_variable(row[2], "");
         set_variable(guest_name, "");
     }
-}
-
-TEST_F(option_variables, share_a_bookkeeping_with_argument_files) {
-    set_variable("_JAVA_OPTIONS", "-ea -Dfile.encoding=u");
-    for (const texts &row : rows_of(ARGUMENT_FILES)) {
-        const bool ends = row.size() == 2;
-        EXPECT_EXIT(show_lists(row), ExitedWithCode(ends ? 1 : 0),
-                    Eq(ends ? "" : row[2] + (row[2].empty() ? "" : "|") + " -> " + row[3] + '\n'))
-            << row[1];
-    }
-    set_variable("_JAVA_OPTIONS", "");
 }

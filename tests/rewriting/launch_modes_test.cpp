@@ -109,16 +109,9 @@ TEST(launch_modes, place_each_argument) {
     }
 }
 
-// Text of the mode -> what becomes of the class path; a text that is none of them is taken for one of its own.
-TEST(launch_modes, are_chosen_by_how_their_names_begin) {
+TEST(launch_modes, do_without_a_mode) {
     make_disk();
-    for (const texts &row : rows_of("rich -> -cp|C:\\J\npatched -> -cp|C:\\J\nsecured -> -cp|C:\\J\n"
-                                    "legacy2 -> -cp|C:\\C\nother -> -cp|C:\\C\n")) {
-        start("legacy 8 8");
-        assign_text(&launch_mode, row[0]);
-        place_each("-cp|C:\\L");
-        EXPECT_EQ(host_list(), row[1]) << row[0];
-    }
+    start("legacy 8 8");
     use_advanced_launch_mode = 1;
     place_each("-cp");
     EXPECT_EQ(guest_list(), "-cp");

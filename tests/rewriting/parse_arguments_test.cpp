@@ -154,20 +154,6 @@ TEST_F(command_line, lets_the_library_path_lead_to_the_agent) {
     set_variable("PATH", path);
 }
 
-TEST_F(command_line, of_a_native_host_follows_another) {
-    start("native 8 8", EVERYTHING);
-    rewrite("-jar|a");
-    is_native_invocation = 0;
-    reset_jlp_for_native_invocation(); // only a native host goes on
-    EXPECT_NE(processedArgCount, 0);
-    is_native_invocation = 1;
-    reset_jlp_for_native_invocation();
-    // The allow and ignore lists hold for the first command line alone.
-    rewrite("-Dallowed=1|-Xignored");
-    EXPECT_EQ(guest_list(), "-Dallowed=1");
-    EXPECT_TRUE(is_in_host_list("-Xignored"));
-}
-
 TEST_F(command_line, is_traced) {
     const std::string path = child_variable("PATH");
     set_variable("PATH", "w");

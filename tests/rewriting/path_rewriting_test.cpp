@@ -36,21 +36,12 @@ protected:
         fs::current_path(on_disk("C:\\L"));
     }
 
-    void TearDown() override {
-        fs::current_path(start_folder);
-        set_variable("QVL_HOST_DRIVE_D", "");
-    }
+    void TearDown() override { fs::current_path(start_folder); }
 };
 
 std::string moved(const std::string &arg, int has_name = 0, char delimiter = '=') {
     return replaceLauncherHomeWithRIHome(here(arg).c_str(), here("C:\\L").c_str(), here("C:\\R").c_str(), has_name,
                                          delimiter);
-}
-
-std::string absolute(const std::string &path) {
-    const text_ptr result(new_state_text());
-    resolve_path(path.c_str(), result.get());
-    return result.get();
 }
 
 // Current directory -> list -> moved list
@@ -115,19 +106,6 @@ TEST_F(path_rewriting, moves_what_lies_below_the_old_home) {
             EXPECT_NE(at, std::string::npos) << trace << path;
         }
     }
-}
-
-TEST_F(path_rewriting, a_path_on_another_drive_keeps_its_drive) {
-    // What stands before the first separator is left out.
-    EXPECT_STREQ(replaceLauncherHomeWithRIHome("Q:\\L;Q:\\L\\a\\..\\b;q:\\L\\a;Q:L\\a", "Q:\\L", "R", 0, '='),
-                 "R;R\\a\\..\\b;q:\\L\\a;Q:L\\a");
-    put_folder("C:\\other\\L");
-    set_variable("QVL_HOST_DRIVE_D", on_disk("C:\\other").string());
-    const std::string other = on_windows ? getenv("SystemRoot") : "D:\\L";
-    if (other[0] == here("C:\\")[0]) {
-        GTEST_SKIP() << "passed over: the tests run on the system's drive: there is no other to be sure of";
-    }
-    EXPECT_EQ(absolute(other + "\\.\\none\\x"), other + "\\none\\x");
 }
 
 TEST_F(path_rewriting, results_stay) {
