@@ -6,7 +6,6 @@
 #include "jli/ending.h"
 #include "tests/rewriting/engine.h"
 #include "tests/support/programs.h"
-#include "tests/support/trace.h"
 
 namespace {
 
@@ -37,38 +36,6 @@ void tell(const char *message, int status) {
 }
 
 } // namespace
-
-TEST_F(native_invocation, java_9_and_later_have_a_layout_of_their_own) {
-    // Files -> what is said of them -> the version
-    for (const texts &row : rows_of(R"(
-lib\jrt-fs.jar|legal\java.base\x -> lib\jrt-fs.jar is present|legal\java.base is present -> 9+
-lib\jrt-fs.jar|legal\java.base -> lib\jrt-fs.jar is present|legal\java.base is NOT present -> 8-
-lib\jrt-fs.jar\x -> lib\jrt-fs.jar is NOT present -> 8-
-)")) {
-        make_disk();
-        for (const std::string &file : entries_of(row[0])) {
-            put_file("C:\\H\\" + file, "");
-        }
-        std::string trace;
-        for (const std::string &said : entries_of(row[1])) {
-            trace += here("C:\\H\\" + said + '\n');
-        }
-        const std::string host = "DETERMINING HOST JVM VERSION:\n-----------------------------\n" + trace +
-                                 "Host JVM is Java " + row[2] + "\n\n";
-        const std::string guest = "DETERMINING GUEST JAVA VERSION:\n-------------------------------\n" + trace;
-        const std::string said = "Guest JVM is Java " + row[2] + '\n';
-        for (const std::string mode : {"advanced", "legacy", "patch"}) {
-            forget_configuration();
-            assign_text(&jvm_home, here(mode == "legacy" ? "C:\\none" : "C:\\H"));
-            assign_text(&container_home, here("C:\\H"));
-            assign_text(&launch_mode, mode);
-            EXPECT_EQ(traced_by(init_host_and_guest_versions),
-                      (mode == "legacy" ? "" : host) + guest + (mode == "patch" ? "" : said));
-            EXPECT_EQ(is_host_java_9_plus, mode != "legacy" && row[2] == "9+");
-            EXPECT_EQ(is_guest_java_9_plus, row[2] == "9+");
-        }
-    }
-}
 
 TEST_F(native_invocation, reads_the_configuration_beside_the_library) {
     put_folder("C:\\L\\C");
@@ -138,5 +105,33 @@ TEST_F(native_invocation, no_end_is_silent) {
         const std::string told = "told: " + message + ", " + std::to_string(row.status);
         EXPECT_EXIT(end(row, nullptr), status, testing::Eq(line));
         EXPECT_EXIT(end(row, tell), status, testing::Eq((row.is_always_said ? line : "") + told));
+    }
+}
+
+TEST_F(native_invocation, of_a_bundle_has_its_homes_above_the_launcher) {
+    put_folder("C:\\R\\a\\b\\c\\jre\\bin");
+    put_folder("C:\\R\\quorvel_home");
+    // The launcher's folder -> container home, JVM home and Quorvel home as configured -> as they are then,
+    // or what the process says at its end
+    for (const texts &row : rows_of(R"(
+C:\R\a\b\c\jre\bin -> || -> C:\R\a\b\c\jre\bin\..\..|C:\R\a\b\c\jre\bin\..\..\..\..\..|C:\R\a\b\c\jre\bin\..\..\..\..\..\quorvel_home
+C:\R\bin -> |C:\R\a|C:\R\b -> C:\R\bin\..|C:\R\a|C:\R\b
+C:\R\tools -> || ->
+C:\none\bin -> || ->
+C:\R\bin -> Y:\none|| ->
+C:\R\bin -> |C:\R\a| -> Error: C:\R\a\quorvel_home doesn't exist
+)")) {
+        const texts configured = entries_of(here(row[1]));
+        const auto fall_back = [&] {
+            assign_text(&executable_dir, here(row[0]));
+            assign_text(&container_home, configured[0]);
+            assign_text(&jvm_home, configured[1]);
+            assign_text(&quorvel_home, configured[2]);
+            fall_back_on_bundle(); // may end the process with the same status
+            fprintf(stderr, "%s|%s|%s\n", container_home, jvm_home, quorvel_home);
+            exit(0);
+        };
+        const std::string said = row[2].empty() ? "" : here(row[2]) + '\n';
+        EXPECT_EXIT(fall_back(), testing::ExitedWithCode(0), testing::Eq(said)) << row[0];
     }
 }

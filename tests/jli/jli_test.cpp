@@ -10,6 +10,8 @@
 
 namespace {
 
+using texts = std::vector<std::string>;
+
 size_t allocations = 0; // calls of malloc()
 
 // The strings of a list that expand() has filled lie in its block: it is not freed.
@@ -17,37 +19,6 @@ JLI_List kept(JLI_List list) {
     static auto &lists = *new std::vector<JLI_List>;
     lists.push_back(list);
     return list;
-}
-
-// Every row is a result and the inputs that have it, between semicolons.
-void expect_results(std::string (*result)(const char *), std::vector<std::pair<const char *, const char *>> rows) {
-    for (const auto &[expected, inputs] : rows) {
-        JLI_List list = kept(JLI_List_split(inputs, ';'));
-        for (size_t i = 0; i < list->size; i++) {
-            EXPECT_EQ(result(list->elements[i]), expected) << list->elements[i];
-        }
-    }
-}
-
-// The pieces, then the text joined again and combined.
-std::string split(const char *text) {
-    JLI_List list = kept(JLI_List_split(text, ','));
-    EXPECT_EQ(list->capacity, list->size);
-    const text_ptr joined(JLI_List_join(list, ',')), combined(JLI_List_combine(list));
-    return shown(list) + ' ' + joined.get() + ' ' + combined.get();
-}
-
-TEST(list, grows_splits_joins_and_combines) {
-    JLI_List list = JLI_List_new(3);
-    for (size_t size = 1; size <= 7; size++) {
-        JLI_List_addSubstring(list, "text", 2);
-        EXPECT_EQ(list->capacity, size <= 3 ? 3u : size <= 6 ? 6u : 12u);
-    }
-    JLI_List_ensureCapacity(list, 300);
-    EXPECT_EQ(list->capacity, 384u);
-    EXPECT_EQ(shown(list), "te|te|te|te|te|te|te|");
-    JLI_List_free(list);
-    expect_results(split, {{"|  ", ""}, {"|| , ", ","}, {"a| a a", "a"}, {"a||bc|| a,,bc, abc", "a,,bc,"}});
 }
 
 std::string read_back(const std::string &content) {
@@ -113,16 +84,22 @@ std::string go_on_with(const char *args) {
 
 TEST(arguments, are_expanded_up_to_the_first_application_argument) {
     std::ofstream("two.args", std::ios::binary) << "-cp\r\n'a b'\x1a x";
-    expect_results([](const char *args) { return start_anew(), go_on_with(args); },
-                   {{".2", ";@"},
-                    {"..2", "--module=m/x|Main;Main|@two.args"},
-                    {"..3", "-cp|--module=m/x;--module|m/x;-m|m/x;-jar|app.jar;--disable-@files|@two.args"},
-                    {"...4", "-cp|lib|Main;--source|11|Main.java;-cp||;-cp|-Dx|Main"},
-                    {"-cp|a b|.4", "@two.args|Main"},
-                    {"@x|.2", "@@x|@two.args"},
-                    {".@@x|-1", "-cp|@@@x"},
-                    {"--source|11|-Da='b|-1", "--source 11  -Da='b"},
-                    {"..-1", "-x y|-cp;-|--module-path=a;--source\t11|-x;--disable-@files|--source 11"}});
+    const std::pair<std::string, texts> rows[] = {
+        {".2", {"", "@"}},
+        {"..2", {"--module=m/x|Main", "Main|@two.args"}},
+        {"..3", {"-cp|--module=m/x", "--module|m/x", "-m|m/x", "-jar|app.jar", "--disable-@files|@two.args"}},
+        {"...4", {"-cp|lib|Main", "--source|11|Main.java", "-cp||", "-cp|-Dx|Main"}},
+        {"-cp|a b|.4", {"@two.args|Main"}},
+        {"@x|.2", {"@@x|@two.args"}},
+        {".@@x|-1", {"-cp|@@@x"}},
+        {"--source|11|-Da='b|-1", {"--source 11  -Da='b"}},
+        {"..-1", {"-x y|-cp", "-|--module-path=a", "--source\t11|-x", "--disable-@files|--source 11"}}};
+    for (const auto &[expected, lists] : rows) {
+        for (const std::string &args : lists) {
+            start_anew();
+            EXPECT_EQ(go_on_with(args.c_str()), expected) << args;
+        }
+    }
     start_anew();
     JLI_InitArgProcessing(1, 1);
     EXPECT_EQ(go_on_with("@two.args|-cp"), "..0");

@@ -5,10 +5,13 @@
 #include <sstream>
 
 #include "core/state_text.h"
+#include "jli/text.h"
 #include "platform/windows_services.h"
 #include "tests/support/state.h"
 
 namespace {
+
+std::string *caught = nullptr;
 
 // The opposite of here().
 std::string there(std::string text) {
@@ -105,4 +108,16 @@ std::string child_variable(const std::string &name) {
     value.resize(GetEnvironmentVariableA(name.c_str(), value.data(), 100000));
     const bool is_set = GetEnvironmentVariableA(name.c_str(), nullptr, 0) != 0;
     return is_set ? there(value) : "(unset)";
+}
+
+std::string traced_by(const std::function<void()> &body) {
+    std::string trace;
+    caught = &trace;
+    const auto usual_writer = text_writer;
+    text_writer = [](FILE *, const char *text) { *caught += text; };
+    JLI_SetTraceLauncher();
+    body();
+    _launcher_debug = 0;
+    text_writer = usual_writer;
+    return trace;
 }

@@ -4,6 +4,7 @@
 // The engine as a process meets it that has just loaded its configuration. The homes are C:\L of
 // the launcher, C:\C of the container, C:\J of the JVM and C:\Q of Quorvel.
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -39,5 +40,8 @@ void set_variable(const std::string &name, const std::string &value);
 
 // The variable as a child receives it; "(unset)" when it does not.
 std::string child_variable(const std::string &name);
+
+// What `body` says, which nobody else receives.
+std::string traced_by(const std::function<void()> &body);
 
 #endif

@@ -6,7 +6,6 @@
 #include "core/rewriting/obsolete_options.h"
 #include "core/rewriting/option_filters.h"
 #include "tests/rewriting/engine.h"
-#include "tests/support/trace.h"
 
 namespace {
 

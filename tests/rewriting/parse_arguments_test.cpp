@@ -3,7 +3,6 @@
 #include "core/jlp_utils.h"
 #include "core/state_text.h"
 #include "tests/rewriting/engine.h"
-#include "tests/support/trace.h"
 
 namespace {
 
@@ -136,24 +135,6 @@ Error: Expected Quorvel native agent library, 'C:\L\quorvel.dll', doesn't exist
 )")));
 }
 
-TEST_F(command_line, lets_the_library_path_lead_to_the_agent) {
-    const char *rows[][2] = {
-        {"C:\\w", "C:\\Q;C:\\Q\\windows-i586;C:\\Q\\windows-x64;C:\\w"},
-        {"", "C:\\Q;C:\\Q\\windows-i586;C:\\Q\\windows-x64;"},
-        {"C:\\Q;C:\\Q\\windows-i586", "C:\\Q;C:\\Q\\windows-i586;C:\\Q\\windows-x64;C:\\Q;C:\\Q\\windows-i586"},
-        {"C:\\Q\\windows-x64s;C:\\Q\\windows-i586", "C:\\Q\\windows-x64s;C:\\Q\\windows-i586"},
-    };
-    const std::string path = child_variable("Path");
-    for (const auto &row : rows) {
-        start("legacy 8 8");
-        set_variable("PATH", row[0]);
-        rewrite("");
-        EXPECT_EQ(child_variable("Path"), row[1]);
-        EXPECT_EQ(child_variable("QUORVEL_ORIGINAL_LIBRARY_PATH"), row[0]);
-    }
-    set_variable("PATH", path);
-}
-
 TEST_F(command_line, is_traced) {
     const std::string path = child_variable("PATH");
     set_variable("PATH", "w");
@@ -164,7 +145,7 @@ TEST_F(command_line, is_traced) {
     put_file("C:\\L\\module", "-ea --add-modules");
     start("advanced 8 8", "CONTAINER_OPTIONS=\"-Xc\"");
     assign_text(&launcher_home, "Q:\\L");
-    EXPECT_EQ(traced_by([] { rewrite("@C:\\L\\module|@|Main|a b"); }), here(R"(
+    EXPECT_EQ(traced_by([] { rewrite("@C:\\L\\module|@|Main|a b"); }), here(R"(NOTE: Picked up JAVA_TOOL_OPTIONS: -Xmx1m -Dfile.encoding=a
 
 ****************************************************************
 ********* WARNING: A JVM ENV VAR, 'JAVA_TOOL_OPTIONS', has been set.
@@ -222,7 +203,7 @@ TRANSFORM PATH LIST END:
 @<file> arg encountered: @
     @<file> arg , @, doesn't contain any relevant arguments, so skipping
 
-
+NOTE: Picked up _JAVA_OPTIONS: -ea -Dfile.encoding=u
 
 ****************************************************************
 ********* WARNING: A JVM ENV VAR, '_JAVA_OPTIONS', has been set.
@@ -244,7 +225,7 @@ QUOTING WINDOWS ARG DUE TO SPACES:
 
 ADVANCED LAUNCH MODE HOST ARGS:
 -------------------------------
--ea, --add-modules, -Xc, -Dcom.quorvel.LauncherPackPath=C:\L
+-ea, --add-modules, -Xc, -Dcom.quorvel.ShowStart=true, -Dcom.quorvel.LauncherPackPath=C:\L
 
 ADVANCED LAUNCH MODE GUEST ARGS:
 --------------------------------

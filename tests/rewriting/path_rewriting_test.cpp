@@ -7,7 +7,6 @@
 #include "platform/files.h"
 #include "tests/rewriting/engine.h"
 #include "tests/rewriting/plain_walk.h"
-#include "tests/support/trace.h"
 
 // How often the product has asked for the kind of a path: the linker hands its calls of kind_of() to this.
 static int asked = 0;
@@ -106,20 +105,6 @@ TEST_F(path_rewriting, moves_what_lies_below_the_old_home) {
             EXPECT_NE(at, std::string::npos) << trace << path;
         }
     }
-}
-
-TEST_F(path_rewriting, results_stay) {
-    forget_configuration();
-    const char *first = replaceLauncherHomeWithRIHome("a", "", "", 0, '=');
-    std::string others;
-    for (int i = 0; i < 5000; i++) {
-        others += ";Q:\\not below the home";
-    }
-    EXPECT_EQ(moved("C:\\L\\a" + others), here("C:\\R\\a") + others); // longer than TEXT_SIZE
-    EXPECT_STREQ(first, "a");
-    EXPECT_EQ(newPathListCount, 2);
-    EXPECT_EQ(newPathList[0], first);
-    EXPECT_EQ(path_component[0], nullptr);
 }
 
 // For no prefix that exists twice, and for nothing below what is missing.

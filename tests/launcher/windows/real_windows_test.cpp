@@ -7,20 +7,8 @@
 
 namespace {
 
-FARPROC service_of_ntdll(const char *name) {
-    return GetProcAddress(GetModuleHandleA("ntdll.dll"), name);
-}
-
 bool is_wine() {
-    return service_of_ntdll("wine_get_version") != nullptr;
-}
-
-DWORD windows_build() {
-    OSVERSIONINFOW version = {};
-    version.dwOSVersionInfoSize = sizeof version;
-    reinterpret_cast<LONG(WINAPI *)(OSVERSIONINFOW *)>(reinterpret_cast<void *>(service_of_ntdll("RtlGetVersion")))(
-        &version);
-    return version.dwBuildNumber;
+    return GetProcAddress(GetModuleHandleA("ntdll.dll"), "wine_get_version") != nullptr;
 }
 
 uint32_t start_it(const std::string &windows_path, const texts &arguments, unsigned flags) {
@@ -30,15 +18,6 @@ uint32_t start_it(const std::string &windows_path, const texts &arguments, unsig
 bool holds(const std::string &text, const std::string &piece) {
     return text.find(piece) != std::string::npos;
 }
-
-class real_windows : public launcher {
-    void SetUp() override {
-        if (is_wine()) {
-            GTEST_SKIP() << "passed over: Wine does otherwise";
-        }
-        launcher::SetUp();
-    }
-};
 
 } // namespace
 
@@ -56,7 +35,10 @@ TEST_F(launcher, takes_a_resolved_path_for_its_own) {
 }
 
 // Wine without a terminal has no console to send the event from.
-TEST_F(real_windows, ends_a_launcher_by_ctrl_c_whose_program_is_on_no_console) {
+TEST_F(launcher, ends_by_ctrl_c_when_its_program_is_on_no_console) {
+    if (is_wine()) {
+        GTEST_SKIP() << "passed over: Wine does otherwise";
+    }
     constexpr unsigned NEW_GROUP = 0x200;
     put_launcher("C:\\L\\bin\\javaw.exe");
     put_program("stand_in_javaw.exe", "C:\\J\\bin\\javaw.exe");
@@ -68,17 +50,6 @@ TEST_F(real_windows, ends_a_launcher_by_ctrl_c_whose_program_is_on_no_console) {
     }
     EXPECT_EQ(wait_for_end(id), 0xC000013A);
     EXPECT_TRUE(comes_true([&] { return !is_running(child); }));
-}
-
-// Wine heeds the manifest's code page whatever Windows it plays.
-TEST_F(real_windows, reads_utf8_from_1903_on) {
-    const bool is_utf8 = windows_build() >= 18362;
-    EXPECT_EQ(GetACP() == CP_UTF8, is_utf8);
-    fs::create_directories(on_disk("C:\\日本\\bin"));
-    fs::copy_file(on_disk(JAVA), on_disk("C:\\日本\\bin\\java.exe"));
-    configure("LAUNCH_MODE=ri\nTRANSPARENT=true\nJVM_HOME=C:\\日本\n");
-    const outcome result = run_launcher(LAUNCHER, {});
-    EXPECT_EQ(result.status, is_utf8 ? 0 : STATUS_MINUS_1) << result.errors;
 }
 
 TEST_F(launcher, gives_a_program_a_console_unless_the_start_is_transparent) {
