@@ -109,7 +109,7 @@ TEST_F(fault, of_a_service) {
         {"ResumeThread=8", TRANSPARENT, "", could_not_start(JAVA, 8), GONE, 1},
         {"AssignProcessToJobObject=5", TRANSPARENT, ran, "", RAN, 0},
         // The child is running: closing the job ends it.
-        {"WaitForSingleObject=77", "", invalid, "", GONE, 77, {hold_order("C:\\work")}},
+        {"WaitForSingleObject=77", "", invalid, "", GONE, 77, {"hold=held"}},
         {"GetExitCodeProcess=77", "", ran + invalid, "", RAN, 77},
         {"CloseHandle", "", ran, "", RAN, 0},
         {"SetEnvironmentVariableA#3", legacy, "", "Error: Failed to set %QUORVEL_ORIGINAL_LIBRARY_PATH%\n", NONE, 1},
@@ -181,10 +181,17 @@ TEST_F(fault, of_memory_loses_no_part_of_what_was_asked_for) {
             }
         }
     }
+    // Each argument takes one.
+    const auto requests_for = [&](size_t count) {
+        run_with("none", LAUNCHER, texts(count, "-ea"));
+        return what_remains().allocations;
+    };
+    configure("LAUNCH_MODE=ri\nJVM_HOME=C:\\J\nREWRITE_ARGUMENTS=true\n");
+    EXPECT_LE(requests_for(2000) - requests_for(1000), 1000 + 10);
     // The last text is for the trace of the child that is running by then.
     configure("JVM_HOME=C:\\J\nSHOW_START=true\nLAUNCH_MODE=ri\n");
     run_with("none", LAUNCHER, {"x"});
     const std::string last = "memory#" + std::to_string(what_remains().allocations);
-    EXPECT_EQ(run_with(last, LAUNCHER, {hold_order("C:\\work")}).status, 1u);
+    EXPECT_EQ(run_with(last, LAUNCHER, {"hold=held"}).status, 1u);
     EXPECT_NE(what_remains().child, 0u);
 }

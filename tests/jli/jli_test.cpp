@@ -1,10 +1,7 @@
 #include <gtest/gtest.h>
 
-#include <cstdlib>
-#include <cstring>
 #include <fstream>
 
-#include "jli/text.h"
 #include "tests/jli/tokens.h"
 #include "tests/support/disk.h"
 
@@ -120,11 +117,9 @@ void expect_end(const auto &body, int status, const std::string &said) {
 
 TEST(failure, ends_the_process_with_a_message) {
     std::ofstream("jar.args") << "-x -jar";
-    std::ofstream("unreadable") << "";
     const char *const rows[][3] = {
         {"V", "@no\\where", "could not open `no\\where'"},
         {"V", "@.", "could not open `.'"},
-        {"V", "@unreadable", "loading: unreadable"},
         {nullptr, "--source 11 --module=m/x", "Option --module=m/x is not allowed in this context"},
         {nullptr, "--source 11 @jar.args", "Option -jar in @jar.args is not allowed in this context"},
         {nullptr, "--source 11 Main", "Cannot specify main class in this context"},
@@ -144,11 +139,5 @@ void *__real_malloc(size_t size);
 void *__wrap_malloc(size_t size) {
     allocations++;
     return __real_malloc(size);
-}
-
-// One file can be opened but not read.
-FILE *__real_open_text_file(const char *path, const char *mode);
-FILE *__wrap_open_text_file(const char *path, const char *mode) {
-    return strcmp(path, "unreadable") == 0 ? fopen(path, "w") : __real_open_text_file(path, mode);
 }
 }

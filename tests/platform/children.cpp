@@ -2,7 +2,6 @@
 
 #include <fcntl.h>
 #include <fstream>
-#include <regex>
 #include <sstream>
 #include <unistd.h>
 
@@ -70,7 +69,7 @@ std::string run_as_received(const char *command, const char *arguments) {
 table rows(std::initializer_list<std::string> texts, const std::string &tilde) {
     table result;
     for (const std::string &text : texts) {
-        const std::string row = std::regex_replace(text, std::regex("~"), tilde);
+        const std::string row = replaced(text, "~", tilde);
         const size_t arrow = row.find(" -> ");
         result.emplace_back(row.substr(0, arrow), row.substr(arrow + 4));
     }

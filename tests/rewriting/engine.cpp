@@ -14,12 +14,8 @@ namespace {
 std::string *caught = nullptr;
 
 // The opposite of here().
-std::string there(std::string text) {
-    const std::string folder = on_disk("C:\\").string();
-    for (size_t at = 0; on_windows && (at = text.find(folder, at)) != std::string::npos;) {
-        text.replace(at, folder.size(), "C:\\");
-    }
-    return text;
+std::string there(const std::string &text) {
+    return on_windows ? replaced(text, on_disk("C:\\").string(), "C:\\") : text;
 }
 
 std::string joined(char *const *entries, int count) {

@@ -100,10 +100,6 @@ TEST_F(command_line, is_put_in_order) {
         EXPECT_EQ(host_list(), in_full(row[2])) << row[0] << ' ' << row[1];
         EXPECT_EQ(guest_list(), row[3]) << row[0] << ' ' << row[1];
     }
-    start("ri 8 8");
-    is_native_invocation = 1;
-    rewrite("");
-    EXPECT_EQ(host_list(), "-Dcom.quorvel.jnimode=true");
 }
 
 TEST_F(command_line, patches_java_base_once) {
@@ -145,7 +141,8 @@ TEST_F(command_line, is_traced) {
     put_file("C:\\L\\module", "-ea --add-modules");
     start("advanced 8 8", "CONTAINER_OPTIONS=\"-Xc\"");
     assign_text(&launcher_home, "Q:\\L");
-    EXPECT_EQ(traced_by([] { rewrite("@C:\\L\\module|@|Main|a b"); }), here(R"(NOTE: Picked up JAVA_TOOL_OPTIONS: -Xmx1m -Dfile.encoding=a
+    EXPECT_EQ(traced_by([] { rewrite("@C:\\L\\module|@|Main|a b"); }),
+              here(R"(NOTE: Picked up JAVA_TOOL_OPTIONS: -Xmx1m -Dfile.encoding=a
 
 ****************************************************************
 ********* WARNING: A JVM ENV VAR, 'JAVA_TOOL_OPTIONS', has been set.

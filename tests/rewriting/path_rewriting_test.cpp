@@ -3,7 +3,6 @@
 #include "core/jlp_utils.h"
 #include "core/rewriting/path_rewriting.h"
 #include "core/rewriting/shared_disk_queries.h"
-#include "core/state_text.h"
 #include "platform/files.h"
 #include "tests/rewriting/engine.h"
 #include "tests/rewriting/plain_walk.h"
@@ -91,8 +90,6 @@ TEST_F(path_rewriting, moves_what_lies_below_the_old_home) {
     for (const texts &row : rows_of(NAMES)) {
         EXPECT_EQ(moved(row[0], std::stoi(row[1]), row[2][0]), here(row[3])) << row[0];
     }
-    const std::string header = traced_by([] { moved("-Dx=", 1); });
-    EXPECT_NE(header.find("   property:  -Dx\n   old_paths: \n"), std::string::npos) << header;
     for (const texts &row : rows_of(LISTS)) {
         fs::current_path(on_disk(row[0]));
         std::string list;

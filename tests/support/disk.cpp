@@ -13,14 +13,14 @@ const fs::path &root() {
     return folder;
 }
 
+} // namespace
+
 std::string replaced(std::string text, const std::string &from, const std::string &to) {
     for (size_t at = 0; (at = text.find(from, at)) != std::string::npos; at += to.size()) {
         text.replace(at, from.size(), to);
     }
     return text;
 }
-
-} // namespace
 
 // What a process that has just ended had open may be closed a moment later.
 void make_disk() {

@@ -21,6 +21,9 @@ inline std::string to_text(const fs::path &path) {
     return {text.begin(), text.end()};
 }
 
+// The text with `to` for each `from`.
+std::string replaced(std::string text, const std::string &from, const std::string &to);
+
 // Empties the disk, or makes it.
 void make_disk();
 

@@ -32,16 +32,15 @@ void launcher::SetUp() {
     }
 }
 
-uint32_t start_launcher(const std::string &windows_path, const texts &arguments, const std::string &folder,
-                        const manner &how) {
-    const uint32_t process_id = start({on_disk(windows_path), arguments, on_disk(folder), how});
+uint32_t start_launcher(const std::string &windows_path, const texts &arguments, const manner &how) {
+    const uint32_t process_id = start({on_disk(windows_path), arguments, on_disk("C:\\work"), how});
     EXPECT_NE(process_id, 0u) << windows_path;
     return process_id;
 }
 
-outcome end_of_launcher(uint32_t process_id, const std::string &folder) {
+outcome end_of_launcher(uint32_t process_id) {
     const uint32_t status = process_id == 0 ? 0 : wait_for_end(process_id);
-    return {status, read_file(on_disk(folder + "\\out")), read_file(on_disk(folder + "\\err")), process_id};
+    return {status, read_file(on_disk("C:\\work\\out")), read_file(on_disk("C:\\work\\err")), process_id};
 }
 
 // Wine fails one start in some thousand, and the launcher's own of its child is no exception: such a
@@ -52,13 +51,13 @@ static bool is_failure_of_wine(const outcome &result) {
 }
 
 outcome run_launcher(const std::string &windows_path, const texts &arguments, const manner &how) {
-    const auto run_once = [&] { return end_of_launcher(start_launcher(windows_path, arguments, "C:\\work", how)); };
+    const auto run_once = [&] { return end_of_launcher(start_launcher(windows_path, arguments, how)); };
     const outcome result = run_once();
     return is_failure_of_wine(result) ? run_once() : result;
 }
 
-std::string report(const std::string &windows_path, const texts &arguments, const std::string &folder) {
-    std::string text = "program " + to_text(on_disk(windows_path)) + "\nfolder  " + to_text(on_disk(folder)) + "\n";
+std::string report(const std::string &windows_path, const texts &arguments) {
+    std::string text = "program " + to_text(on_disk(windows_path)) + "\nfolder  " + to_text(on_disk("C:\\work")) + "\n";
     for (const std::string &argument : arguments) {
         text += "arg     " + argument + "\n";
     }
@@ -76,17 +75,9 @@ std::string could_not_start(const std::string &target, uint32_t error) {
     return line;
 }
 
-std::string hold_order(const std::string &folder) {
-    return "hold=" + to_text(on_disk(folder + "\\held"));
-}
-
 uint32_t process_id_in(const std::string &windows_path) {
     const std::string text = read_file(on_disk(windows_path));
     return text.empty() ? 0 : static_cast<uint32_t>(std::stoul(text));
-}
-
-bool is_traced(const std::string &trace) {
-    return std::regex_search(trace, CHILD_ID);
 }
 
 std::string without_child_id(const std::string &trace) {

@@ -38,14 +38,13 @@ inline void put_java(const std::string &windows_path) {
 // Writes C:\L\launcher.cfg.
 void configure(const std::string &text);
 
-// Starts the program in the folder; end_of_launcher waits for it. run_launcher does both in C:\work.
-uint32_t start_launcher(const std::string &windows_path, const texts &arguments, const std::string &folder = "C:\\work",
-                        const manner &how = {});
-outcome end_of_launcher(uint32_t process_id, const std::string &folder = "C:\\work");
+// Starts the program in C:\work; end_of_launcher waits for it. run_launcher does both.
+uint32_t start_launcher(const std::string &windows_path, const texts &arguments, const manner &how = {});
+outcome end_of_launcher(uint32_t process_id);
 outcome run_launcher(const std::string &windows_path, const texts &arguments, const manner &how = {});
 
-// What the stand-in at this path reports when it is started in the folder with these arguments.
-std::string report(const std::string &windows_path, const texts &arguments, const std::string &folder = "C:\\work");
+// What the stand-in at this path reports when it is started with these arguments.
+std::string report(const std::string &windows_path, const texts &arguments);
 
 // The line of a launcher whose child did not end with 0.
 std::string invalid_command(const std::string &target);
@@ -53,15 +52,10 @@ std::string invalid_command(const std::string &target);
 // The line of a transparent launcher that the system gives this error for its child.
 std::string could_not_start(const std::string &target, uint32_t error);
 
-// The argument that makes a stand-in hold until the file "held" of the folder is gone.
-std::string hold_order(const std::string &folder);
-
 // The process id that a stand-in has written to the file; 0 while there is none.
 uint32_t process_id_in(const std::string &windows_path);
 
-// A trace is complete once the line with the child's process id stands in it. That line may follow what
-// the child reports, and differs from start to start.
-bool is_traced(const std::string &trace);
+// The line with the child's process id may follow what the child reports, and differs from start to start.
 std::string without_child_id(const std::string &trace);
 
 // Checks banner, time and process id at the start of a trace and returns what follows them.

@@ -1,6 +1,8 @@
 #include <gtest/gtest.h>
 
 #include "core/jlp_utils.h"
+#include "core/rewriting/obsolete_options.h"
+#include "core/rewriting/option_filters.h"
 #include "tests/rewriting/engine.h"
 
 namespace {
@@ -56,5 +58,39 @@ TEST_F(option_variables, are_rewritten_for_the_child) {
         EXPECT_EQ(child_variable(guest_name), row[7]) << row[0] << ' ' << row[2];
         set_variable(row[2], "");
         set_variable(guest_name, "");
+    }
+}
+
+TEST(obsolete_options, each_name_is_one_of_its_table) {
+    EXPECT_EQ(std::size(JVM_11_OBSOLETE_HOST_XX_ARGS), 137u); // with the null at the end
+    EXPECT_EQ(std::size(JVM_11_OBSOLETE_HOST_XX_BOOL_ARGS), 95u);
+    for (const char *const *flag = JVM_11_OBSOLETE_HOST_XX_BOOL_ARGS; *flag != nullptr; flag++) {
+        EXPECT_EQ(is_ignore_property(("-XX:-" + std::string(*flag)).c_str(), 1), 1) << *flag;
+    }
+    for (const char *const *option = JVM_11_OBSOLETE_HOST_XX_ARGS; *option != nullptr; option++) {
+        EXPECT_EQ(is_ignore_property(*option, 1), 1) << *option;
+    }
+}
+
+TEST(option_filters, dropped_arguments) {
+    make_disk();
+    start("ri 8 8", "IGNORE_OPTIONS=-Dfoo=-XX:-PrintGCI");
+    // The dropped are dropped without a word, the obsolete where they are asked for.
+    for (const texts &row : rows_of(R"(
+dropped -> -Xshare:on|-Xshare:auto|-Xshare:automatic|-Dfoo=1|-Dfoobar|-XX:-PrintGCID
+obsolete -> -XX:+UseParNewGC|-XX:-PrintGCDateStamps|-XX:PrintGCDateStamps=true
+obsolete -> -XX:CMSIncrementalDutyCycle=10|-XX:CMSIncrementalDutyCycleMin=10|-XX:+PrintTLABX|-XX:ThreadPriorityPolicy=42|-XX:ThreadPriorityPolicy=420|-XX:hashCode=5|-version:1.8
+obsolete -> -server|-serverX|-d64|-d32|-jre-restrict-search|-no-jre-restrict-search|-Xprof|-Xprofile|-Xincgc
+kept -> -Xshare:off|-Xshare:o|-XX:PrintGCDateStamps|-XX:+CMSIncrementalDutyCycle|-XX:+printtlab|-XX:ThreadPriorityPolicy=1
+kept -> -XX:ä|-XX:+|-XX:|-XX|-version|-X|-||server|-Dfo
+)")) {
+        for (const std::string &arg : entries_of(row[1])) {
+            const std::string trace = traced_by([&] {
+                EXPECT_EQ(is_ignore_property(arg.c_str(), 0), row[0] == "dropped") << arg;
+                EXPECT_EQ(is_ignore_property(arg.c_str(), 1), row[0] != "kept") << arg;
+            });
+            const std::string line = "Java 11+ Host: ignoring obsolete JVM argument '" + arg + "'\n";
+            EXPECT_EQ(trace, row[0] == "obsolete" ? line : "");
+        }
     }
 }
