@@ -129,6 +129,10 @@ TEST(environment, goes_to_children_by_names_without_letter_case_in_any_length) {
                                                        "env     PATH=changed\nenv     QV is unset\nexit 0");
     EXPECT_TRUE(getenv("QVL") == nullptr && getenv("PATH") == received);
     SetEnvironmentVariableA("PATH", received.c_str());
+    char buffer[] = "#######";
+    EXPECT_EQ(GetEnvironmentVariableA("Qvl", buffer, 5), 6u);
+    EXPECT_EQ(GetEnvironmentVariableA("Qvl", buffer, 6), 5u);
+    EXPECT_STREQ(buffer, "a b=c");
     std::string longest;
     while (longest.size() < 60000) {
         longest += "大";

@@ -5,10 +5,6 @@
 
 namespace {
 
-uint32_t start_it(const std::string &windows_path, const texts &arguments, unsigned flags) {
-    return start({on_disk(windows_path), arguments, on_disk("C:\\work"), {.flags = flags}});
-}
-
 bool holds(const std::string &text, const std::string &piece) {
     return text.find(piece) != std::string::npos;
 }
@@ -27,9 +23,9 @@ TEST_F(launcher, takes_a_resolved_path_for_its_own) {
 }
 
 TEST_F(launcher, gives_a_program_a_console_unless_the_start_is_transparent) {
-    EXPECT_EQ(end_of_launcher(start_it(LAUNCHER, {"start"}, DETACHED_PROCESS)).output, "");
+    EXPECT_EQ(run_launcher(LAUNCHER, {"start"}, {.flags = DETACHED_PROCESS}).output, "");
     configure("LAUNCH_MODE=ri\nTRANSPARENT=true\nJVM_HOME=C:\\J\n");
-    const outcome result = end_of_launcher(start_it(LAUNCHER, {"start"}, DETACHED_PROCESS));
+    const outcome result = run_launcher(LAUNCHER, {"start"}, {.flags = DETACHED_PROCESS});
     EXPECT_TRUE(holds(result.output, "no console")) << result.output << result.errors;
 }
 
