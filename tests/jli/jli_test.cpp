@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <fstream>
+#include <memory>
 
 #include "tests/jli/tokens.h"
 #include "tests/support/disk.h"
@@ -16,6 +17,29 @@ JLI_List kept(JLI_List list) {
     static auto &lists = *new std::vector<JLI_List>;
     lists.push_back(list);
     return list;
+}
+
+TEST(list, is_split_and_joined) {
+    JLI_List list = kept(JLI_List_split("a,,bc,", ','));
+    const std::unique_ptr<char, decltype(&free)> joined(JLI_List_join(list, ';'), free),
+        all(JLI_List_combine(list), free);
+    EXPECT_EQ(shown(list) + ' ' + joined.get() + ' ' + all.get(), "a||bc|| a;;bc; abc");
+    EXPECT_EQ(list->capacity, 4u);
+    EXPECT_TRUE(JLI_HasSuffix("a.b.JAR", ".jar") && !JLI_HasSuffix("jar", "jar") && JLI_StrCCmp("-Dx", "-E") < 0);
+}
+
+// Class path, main, launcher, module, long module form, whitespace.
+TEST(option_classes, hold_their_options_alone) {
+    for (const std::string row : {"101001 -cp", "101001 -classpath", "101001 --class-path", "011001 --module",
+                                  "011001 -m", "001001 --source", "001001 -d", "000101 -p", "000101 --add-modules",
+                                  "000010 --module-path=x", "000000 -jar", "000000 -cpx", "000000 --module=x"}) {
+        std::string classes;
+        for (const auto is : {IsClassPathOption, IsLauncherMainOption, IsLauncherOption, IsModuleOption,
+                              IsLongFormModuleOption, IsWhiteSpaceOption}) {
+            classes += std::to_string(is(row.c_str() + 7));
+        }
+        EXPECT_EQ(classes, row.substr(0, 6)) << row;
+    }
 }
 
 std::string read_back(const std::string &content) {
