@@ -55,7 +55,7 @@ quietly() {
     return 1
 }
 
-BUILD_TOOLS=(g++:g++ cmake:cmake ninja:ninja-build strace:strace /usr/src/googletest/CMakeLists.txt:googletest)
+BUILD_TOOLS=(g++:g++ cmake:cmake ninja:ninja-build strace:strace '/usr/lib/*/libgtest.a:libgtest-dev' /usr/src/googletest/CMakeLists.txt:googletest)
 JAVA_TOOLS=(javac:default-jdk-headless)
 WINDOWS_TOOLS=(cmark-gfm:cmark-gfm x86_64-w64-mingw32-g++-posix:g++-mingw-w64-x86-64 /usr/lib/wine/wine64:wine64 wine:wine)
 export WINEPREFIX=${WINEPREFIX:-$PWD/build/wine} WINEDEBUG=${WINEDEBUG:--all}
