@@ -1,5 +1,6 @@
 // Paths, text files, command lines, the environment, and children: started as this process was, held, ended, in jobs.
 
+#include <cerrno>
 #include <fstream>
 #include <memory>
 #include <unistd.h>
@@ -72,6 +73,16 @@ TEST(text_file, reads_as_the_windows_runtime) {
             EXPECT_EQ(read, text) << testing::PrintToString(bytes) << " by " << block;
             EXPECT_TRUE(feof(file) && getc(file) == EOF && !ferror(file));
             fclose(file);
+        }
+    }
+}
+
+TEST(text_file, cannot_be_opened) {
+    for (const char *path : {"", "missing\\x", "1:\\x", "e", ".."}) {
+        for (const char *mode : {"r", "w+"}) {
+            errno = 0;
+            EXPECT_EQ(open_text_file(path, mode), nullptr) << path;
+            EXPECT_EQ(errno, is_directory(path) ? EACCES : ENOENT) << path;
         }
     }
 }
@@ -172,6 +183,28 @@ TEST(process, is_held_until_resumed_and_ends_with_a_killing_job_or_its_terminati
         EXPECT_EQ(end_of(child), kill == 0 ? 0xFFFFFFFF : 0);
         fs::remove("held");
     }
+}
+
+TEST(process, is_refused_by_the_wrong_handle_and_once_it_has_ended) {
+    HANDLE job = CreateJobObjectA(nullptr, "qvl_platform_test");
+    const PROCESS_INFORMATION child = start_command("..\\prog", CREATE_SUSPENDED);
+    DWORD code;
+    for (HANDLE handle : {HANDLE(nullptr), reinterpret_cast<HANDLE>(0x1234), job, child.hThread}) {
+        EXPECT_FALSE(SetEnvironmentVariableA("a=b", "")); // leaves another error
+        EXPECT_FALSE(GetExitCodeProcess(handle, &code));
+        EXPECT_EQ(GetLastError(), DWORD(ERROR_INVALID_HANDLE));
+        EXPECT_FALSE(AssignProcessToJobObject(job, handle) || TerminateProcess(handle, 1));
+    }
+    EXPECT_FALSE(SetEnvironmentVariableA("", ""));
+    EXPECT_FALSE(AssignProcessToJobObject(nullptr, child.hProcess));
+    EXPECT_EQ(GetLastError(), DWORD(ERROR_INVALID_HANDLE));
+    EXPECT_EQ(ResumeThread(child.hProcess), DWORD(-1));
+    EXPECT_TRUE(TerminateProcess(child.hProcess, 259));
+    WaitForSingleObject(child.hProcess, INFINITE);
+    EXPECT_FALSE(AssignProcessToJobObject(job, child.hProcess));
+    EXPECT_EQ(GetLastError(), DWORD(ERROR_ACCESS_DENIED));
+    EXPECT_EQ(end_of(child), 259u);
+    EXPECT_TRUE(CloseHandle(job) && !CloseHandle(nullptr));
 }
 
 } // namespace
