@@ -1,5 +1,6 @@
-// The tokenizer of argument files. The first byte of the input chooses the size of the blocks, the rest is the file: it
-// has to have the same tokens in blocks of any size, in one block and read from a stream.
+// The tokenizer of argument files, and the classes of options. The first byte of the input chooses the size of the
+// blocks, the rest is the file: it has to have the same tokens in blocks of any size, in one block and read from a
+// stream.
 
 #include <cstdint>
 #include <cstdio>
@@ -17,6 +18,21 @@ std::string tokens_of_file(std::string text) {
     return in_file;
 }
 
+// What is split can be joined again, and every class of options lies in the wider one.
+void check_words(const std::string &text) {
+    JLI_List words = JLI_List_split(text.c_str(), ' ');
+    char *joined = JLI_List_join(words, ' ');
+    assert(joined == text);
+    for (size_t i = 0; i < words->size; i++) {
+        const char *word = words->elements[i];
+        assert(IsWhiteSpaceOption(word) == (IsModuleOption(word) || IsLauncherOption(word)));
+        assert(IsLauncherOption(word) >= (IsClassPathOption(word) || IsLauncherMainOption(word)));
+        assert(!IsLongFormModuleOption(word) || std::string(word).find('=') != std::string::npos);
+    }
+    JLI_MemFree(joined);
+    JLI_List_free(words);
+}
+
 } // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size) {
@@ -28,6 +44,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size) {
         const bool is_cut = text.find('\0') != std::string::npos;
         assert(is_cut || (in_blocks == in_one && tokens_of_file(text) == in_one));
         assert(in_one.size() <= text.size() + 1);
+        check_words(text.c_str());
     }
     return 0;
 }
