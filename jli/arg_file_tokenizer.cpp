@@ -25,107 +25,89 @@ constexpr std::array<unsigned char, IN_TOKEN + 1> PASSED_OVER = [] {
     return classes;
 }();
 
-// The pieces that one call of nextToken() completes. They are gathered on the stack: most tokens
+// What one call of nextToken() completes of a token. It is put together on the stack: most tokens
 // end in the block in which they begin, and then nothing but the token itself goes to the heap.
-struct new_pieces {
-    static constexpr size_t FEW = 16;
+struct token_part {
     static constexpr size_t MOST_BYTES = 1024;
 
-    // cppcheck-suppress uninitMemberVar ; what there is in the two arrays is counted
-    new_pieces(JLI_List context_pieces, const char *eob) : kept(context_pieces), block_end(eob) {}
+    // cppcheck-suppress uninitMemberVar ; `end` says what there is in `bytes`
+    token_part(JLI_List context_pieces, const char *eob) : kept(context_pieces), block_end(eob) {}
 
-    JLI_List kept; // where pieces go that outlive the call
+    JLI_List kept; // where a part goes that outlives the call
     const char *block_end;
-    size_t count = 0;
-    size_t size = 0;
+    char *end = bytes;
+    bool has_piece = false; // even if it is empty
     bool null_byte_seen = false;
-    size_t ends[FEW]; // in `bytes`, of the first pieces
     char bytes[MOST_BYTES + SHORT_PIECE];
 };
 
-// Moves the pieces to the heap: a few one by one; many as one string, or a long token that is full
-// of escapes would take thirty times its size.
-void keep(new_pieces &pieces) {
-    if (pieces.count > new_pieces::FEW) {
-        JLI_List_addSubstring(pieces.kept, pieces.bytes, pieces.size);
-    } else {
-        size_t start = 0;
-        for (size_t i = 0; i < pieces.count; i++) {
-            JLI_List_addSubstring(pieces.kept, pieces.bytes + start, pieces.ends[i] - start);
-            start = pieces.ends[i];
-        }
-    }
-    pieces.count = 0;
-    pieces.size = 0;
+std::string_view text_of(const token_part &part) {
+    return {part.bytes, part.end};
 }
 
-inline void end_piece(new_pieces &pieces, size_t length) {
-    pieces.size += length;
-    if (pieces.count < new_pieces::FEW) {
-        pieces.ends[pieces.count] = pieces.size;
-    }
-    pieces.count++;
+void clear(token_part &part) {
+    part.end = part.bytes;
+    part.has_piece = false;
 }
 
-inline void add_byte(new_pieces &pieces, char byte) {
-    if (pieces.size == new_pieces::MOST_BYTES) {
-        keep(pieces);
+// Moves the part to the heap.
+void keep(token_part &part) {
+    if (part.has_piece) {
+        JLI_List_add(part.kept, copy_text(text_of(part)).release());
     }
-    pieces.bytes[pieces.size] = byte;
-    end_piece(pieces, byte == '\0' ? 0 : 1);
+    clear(part);
 }
 
-inline void add_piece(new_pieces &pieces, const char *start, const char *end) {
+inline void add_piece(token_part &part, const char *start, const char *end) {
     size_t length = static_cast<size_t>(end - start);
-    if (pieces.null_byte_seen) {
+    if (part.null_byte_seen) {
         length = strnlen(start, length); // a piece is a C string
     }
-    if (length > new_pieces::MOST_BYTES - pieces.size) {
-        keep(pieces);
-        if (length > new_pieces::MOST_BYTES) {
-            JLI_List_addSubstring(pieces.kept, start, length);
+    if (length > static_cast<size_t>(part.bytes + token_part::MOST_BYTES - part.end)) {
+        keep(part);
+        if (length > token_part::MOST_BYTES) {
+            JLI_List_addSubstring(part.kept, start, length);
             return;
         }
     }
-    char *copy = pieces.bytes + pieces.size;
-    if (length <= size_t{SHORT_PIECE} && pieces.block_end - start >= SHORT_PIECE) {
-        memcpy(copy, start, SHORT_PIECE);
+    if (length <= size_t{SHORT_PIECE} && part.block_end - start >= SHORT_PIECE) {
+        memcpy(part.end, start, SHORT_PIECE);
     } else {
-        memcpy(copy, start, length);
+        memcpy(part.end, start, length);
     }
-    end_piece(pieces, length);
+    part.end += length;
+    part.has_piece = true;
 }
 
-inline void add_unless_empty(new_pieces &pieces, const char *start, const char *end) {
+inline void add_unless_empty(token_part &part, const char *start, const char *end) {
     if (start != end) {
-        add_piece(pieces, start, end);
+        add_piece(part, start, end);
     }
 }
 
-void drop_pieces(ArgFileContext *context, new_pieces &pieces) {
-    pieces.count = 0;
-    pieces.size = 0;
+void drop_pieces(ArgFileContext *context, token_part &part) {
+    clear(part);
     if (context->pieces->size > 0) {
         JLI_List_free(context->pieces);
-        pieces.kept = context->pieces = JLI_List_new(PIECES_CAPACITY);
+        part.kept = context->pieces = JLI_List_new(PIECES_CAPACITY);
     }
 }
 
 // The token that ends with the pending piece from `anchor` to `nextc`.
-inline char *end_token(ArgFileContext *context, new_pieces &pieces, const char *anchor,
+inline char *end_token(ArgFileContext *context, token_part &part, const char *anchor,
                        const char *nextc) {
     context->cursor = nextc + 1;
     context->state = FIND_NEXT;
-    if (pieces.count == 0 && context->pieces->size == 0) {
+    if (!part.has_piece && context->pieces->size == 0) {
         return clone_substring(anchor, static_cast<size_t>(nextc - anchor));
     }
-    add_piece(pieces, anchor, nextc);
+    add_piece(part, anchor, nextc);
     if (context->pieces->size == 0) {
-        return clone_substring(pieces.bytes, pieces.size);
+        return copy_text(text_of(part)).release();
     }
-    keep(pieces);
+    keep(part);
     char *token = JLI_List_combine(context->pieces);
-    drop_pieces(context, pieces);
+    drop_pieces(context, part);
     return token;
 }
 
@@ -149,13 +131,21 @@ inline char unescaped(char byte) {
     }
 }
 
-// Keeps what the block holds of an unfinished token.
-char *end_block(ArgFileContext *context, new_pieces &pieces, ArgFileState state,
-                const char *anchor) {
-    if (is_inside_token(state)) {
-        add_unless_empty(pieces, anchor, context->eob);
+inline void add_escaped(token_part &part, char byte) {
+    if (part.end == part.bytes + token_part::MOST_BYTES) {
+        keep(part);
     }
-    keep(pieces);
+    *part.end = unescaped(byte);
+    part.end += byte == '\0' ? 0 : 1;
+    part.has_piece = true;
+}
+
+// Keeps what the block holds of an unfinished token.
+char *end_block(ArgFileContext *context, token_part &part, ArgFileState state, const char *anchor) {
+    if (is_inside_token(state)) {
+        add_unless_empty(part, anchor, context->eob);
+    }
+    keep(part);
     context->state = state;
     context->cursor = context->eob;
     return nullptr;
@@ -168,7 +158,7 @@ char *nextToken(ArgFileContext *context) {
     const char *nextc = context->cursor;
     const char *anchor = nextc; // where the pending piece starts
     ArgFileState state = context->state;
-    new_pieces pieces(context->pieces, end);
+    token_part part(context->pieces, end);
 
     while ((nextc = end_of_run(nextc, end, PASSED_OVER[state])) < end) {
         const unsigned char kind = class_of(*nextc);
@@ -181,46 +171,54 @@ char *nextToken(ArgFileContext *context) {
         case IN_COMMENT:
             state = FIND_NEXT;
             break;
-        case IN_ESCAPE:
-            if (kind != LINE_END) {
-                add_byte(pieces, unescaped(*nextc));
-            }
-            anchor = nextc + 1;
-            state = kind == LINE_END ? SKIP_LEAD_WS : IN_QUOTE;
-            break;
         case IN_TOKEN:
             if (kind == QUOTE) {
-                add_unless_empty(pieces, anchor, nextc);
+                add_unless_empty(part, anchor, nextc);
                 context->quote_char = *nextc;
                 anchor = nextc + 1;
                 state = IN_QUOTE;
             } else if (kind == COMMENT_SIGN) {
-                drop_pieces(context, pieces);
+                drop_pieces(context, part);
                 state = IN_COMMENT;
             } else if (kind == NULL_BYTE) {
-                pieces.null_byte_seen = true;
+                part.null_byte_seen = true;
             } else {
-                return end_token(context, pieces, anchor, nextc);
+                return end_token(context, part, anchor, nextc);
             }
             break;
         case IN_QUOTE:
-            if (kind == BACKSLASH) {
-                add_piece(pieces, anchor, nextc);
-                state = IN_ESCAPE;
-            } else if (kind == LINE_END) {
-                return end_token(context, pieces, anchor, nextc);
+            if (kind == LINE_END) {
+                return end_token(context, part, anchor, nextc);
+            }
+            if (kind == NULL_BYTE) {
+                part.null_byte_seen = true;
             } else if (*nextc == context->quote_char) {
-                add_unless_empty(pieces, anchor, nextc);
+                add_unless_empty(part, anchor, nextc);
                 anchor = nextc + 1;
                 state = IN_TOKEN;
-            } else if (kind == NULL_BYTE) {
-                pieces.null_byte_seen = true;
             }
+            if (kind != BACKSLASH) {
+                break;
+            }
+            add_piece(part, anchor, nextc);
+            state = IN_ESCAPE;
+            if (++nextc == end) {
+                continue;
+            }
+            [[fallthrough]];
+        case IN_ESCAPE:
+            if (class_of(*nextc) == LINE_END) {
+                state = SKIP_LEAD_WS;
+            } else {
+                add_escaped(part, *nextc);
+                state = IN_QUOTE;
+            }
+            anchor = nextc + 1;
             break;
         }
         nextc++;
     }
-    return end_block(context, pieces, state, anchor);
+    return end_block(context, part, state, anchor);
 }
 
 JLI_List readArgFile(FILE *file) {

@@ -129,5 +129,5 @@ int IsLongFormModuleOption(const char *arg) {
 }
 
 int IsWhiteSpaceOption(const char *arg) {
-    return is_one_of(MODULE_OPTIONS.data(), arg) || is_launcher_option(arg);
+    return is_launcher_option(arg) || is_one_of(MODULE_OPTIONS.data(), arg);
 }

@@ -1,11 +1,12 @@
 #ifndef JLI_OPTION_NAMES_H
 #define JLI_OPTION_NAMES_H
 
-// The options of a Java command line that the toolkit knows, by class.
+// The options of a Java command line that the toolkit knows, by class, the most frequent ones
+// first.
 
 #include "jli/packed_texts.h"
 
-constexpr auto CLASS_PATH_OPTIONS = packed("-classpath", "-cp", "--class-path");
+constexpr auto CLASS_PATH_OPTIONS = packed("-cp", "-classpath", "--class-path");
 
 constexpr auto LAUNCHER_MAIN_OPTIONS = packed("--module", "-m");
 
@@ -13,8 +14,8 @@ constexpr auto DESCRIBE_MODULE_OPTIONS = packed("--describe-module", "-d");
 constexpr auto SOURCE_OPTIONS = packed("--source");
 
 constexpr auto MODULE_OPTIONS =
-    packed("--module-path", "-p", "--upgrade-module-path", "--add-modules", "--limit-modules",
-           "--add-exports", "--add-opens", "--add-reads", "--patch-module");
+    packed("--add-opens", "--add-exports", "--add-modules", "--module-path", "-p",
+           "--upgrade-module-path", "--limit-modules", "--add-reads", "--patch-module");
 
 // No entry for --add-opens=: the Java launcher does not know this form as a module option either.
 constexpr auto LONG_FORM_MODULE_PREFIXES =
