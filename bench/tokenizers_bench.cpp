@@ -5,11 +5,11 @@
 #include <llvm/Support/CommandLine.h>
 #include <llvm/Support/StringSaver.h>
 
-#include <cstdio>
 #include <string>
 
 #include "bench/target.h"
-#include "jli/args.h"
+#include "jli/arg_bookkeeping.h"
+#include "jli/arg_file_tokenizer.h"
 
 namespace {
 
@@ -43,9 +43,16 @@ std::string text_of(std::string (*of_number)(const std::string &)) {
     return text;
 }
 
-auto read_here(FILE *file) {
-    rewind(file);
-    JLI_List list = readArgFile(file);
+// What readArgFile() does with a block.
+auto read_here(const std::string &text) {
+    JLI_List list = JLI_List_new(8);
+    ArgFileContext context = {FIND_NEXT, text.data(), text.data() + text.size(), '"',
+                              JLI_List_new(4)};
+    while (char *token = nextToken(&context)) {
+        checkArg(token);
+        JLI_List_add(list, token);
+    }
+    JLI_List_free(context.pieces);
     return [list] { JLI_List_free(list); };
 }
 
@@ -63,11 +70,9 @@ auto read_by_llvm(const std::string &text) {
 
 // As a ratio of times, so that 1 is the other's; the counters hold MB/s.
 void against_llvm(benchmark::State &state, std::string (*of_number)(const std::string &)) {
-    std::string text = text_of(of_number);
-    FILE *file = fmemopen(text.data(), text.size(), "r");
+    const std::string text = text_of(of_number);
     const two_times times = take_turns(
-        state, [&] { return read_here(file); }, [&] { return read_by_llvm(text); });
-    fclose(file);
+        state, [&] { return read_here(text); }, [&] { return read_by_llvm(text); });
     const double megabytes = static_cast<double>(text.size()) * 1e-6;
     state.counters["here_MB_s"] = megabytes / times.subject;
     state.counters["llvm_MB_s"] = megabytes / times.yardstick;

@@ -40,13 +40,14 @@ inline unsigned char class_of(char byte) {
 // Every byte that is not ordinary is below this one, the backslash aside.
 constexpr unsigned char ALL_ORDINARY_FROM = '(';
 
-// How many of the sixteen bytes at `at` come before the first that may be other than ordinary.
-inline unsigned count_ordinary(const char *at) {
+// How many of the sixteen bytes at `at` come before the first that may be other than ordinary and
+// is not `passed_over` either.
+inline unsigned count_ordinary(const char *at, unsigned char passed_over) {
     static_assert(std::endian::native == std::endian::little);
     typedef unsigned char sixteen_bytes __attribute__((vector_size(16)));
     sixteen_bytes bytes;
     memcpy(&bytes, at, sizeof bytes);
-    const auto suspect = (bytes < ALL_ORDINARY_FROM) | (bytes == '\\');
+    const auto suspect = ((bytes < ALL_ORDINARY_FROM) & (bytes != passed_over)) | (bytes == '\\');
     uint64_t halves[2];
     memcpy(halves, &suspect, sizeof halves);
     const int bits =
@@ -55,10 +56,11 @@ inline unsigned count_ordinary(const char *at) {
 }
 
 // The first byte from `at` on that is of none of the classes `passed_over`, or `end`. Most bytes
-// are ordinary: sixteen of them are passed over at a time.
+// are ordinary, or spaces: sixteen of them are passed over at a time.
 inline const char *end_of_run(const char *at, const char *end, unsigned char passed_over) {
+    const char space = (passed_over & BLANK) != 0 ? ' ' : 'x';
     while ((passed_over & ORDINARY) != 0 && end - at >= 16) {
-        const unsigned ordinary = count_ordinary(at);
+        const unsigned ordinary = count_ordinary(at, space);
         at += ordinary;
         if (ordinary < 16) {
             if ((class_of(*at) & passed_over) == 0) {
