@@ -1,5 +1,6 @@
 #include "core/rewriting/path_prefixes.h"
 
+#include <cstring>
 #include <new>
 #include <utility>
 
@@ -8,7 +9,7 @@
 
 namespace {
 
-constexpr size_t FIRST_SLOT_COUNT = 16;
+constexpr size_t FIRST_SLOT_COUNT = 16; // it is doubled: always a power of two
 
 path_prefix *new_slots(size_t count) {
     void *block = JLI_MemAlloc(count * sizeof(path_prefix));
@@ -26,19 +27,29 @@ void release_slots(path_prefix *slots, size_t count) {
     JLI_MemFree(slots);
 }
 
+// Of eight bytes at a time, then of what is left.
 size_t hash_of(std::string_view path) {
-    size_t hash = 14695981039346656037U; // FNV-1a
-    for (const char c : path) {
-        hash = (hash ^ static_cast<unsigned char>(c)) * 1099511628211U;
+    constexpr size_t FACTOR = 0x9E3779B97F4A7C15; // mixes upwards; the shift brings it down again
+    size_t hash = 0;
+    const auto mix = [&hash](size_t value) {
+        hash = (hash ^ value) * FACTOR;
+        hash ^= hash >> 32;
+    };
+    for (size_t word; path.size() >= sizeof word; path.remove_prefix(sizeof word)) {
+        memcpy(&word, path.data(), sizeof word);
+        mix(word);
+    }
+    for (const char byte : path) {
+        mix(static_cast<unsigned char>(byte));
     }
     return hash;
 }
 
 // The slot of `path`, or the empty one where it belongs.
 path_prefix &slot_of(path_prefixes &known, std::string_view path) {
-    size_t i = hash_of(path) % known.slot_count;
+    size_t i = hash_of(path) & (known.slot_count - 1);
     while (known.slots[i].path != nullptr && path != known.slots[i].path.get()) {
-        i = (i + 1) % known.slot_count;
+        i = (i + 1) & (known.slot_count - 1);
     }
     return known.slots[i];
 }
