@@ -52,6 +52,8 @@ TEST_F(native_invocation, reads_the_configuration_beside_the_library) {
     EXPECT_EQ(trace.find("HOST JVM"), std::string::npos);
     const std::string warning = "WARNING: Forcing LAUNCH_MODE=advanced, as this is a native java invocation\n";
     EXPECT_NE(trace.find(warning), std::string::npos);
+    assign_text(&container_home, here("C:\\none"));
+    EXPECT_EQ(traced_by(init_host_and_guest_versions), "");
 }
 
 TEST_F(native_invocation, a_host_lives_long) {

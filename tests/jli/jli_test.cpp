@@ -125,7 +125,11 @@ TEST(arguments, are_expanded_up_to_the_first_application_argument) {
     JLI_InitArgProcessing(1, 1);
     EXPECT_EQ(go_on_with("@two.args|-cp"), "..0");
     JLI_InitArgProcessing(0, 0); // after an argument: a relaunch
-    EXPECT_EQ(go_on_with("@two.args|-cp"), "..2");
+    JLI_List list = kept(JLI_List_new(1));
+    EXPECT_EQ(go_on_with("@two.args|-cp") + std::to_string(JLI_AddArgsFromEnvVar(list, "PATH")), "..20");
+    start_anew();
+    expand(list, "'--source 11 -x'", "V"); // one argument still
+    EXPECT_EQ(shown(list), "--source 11 -x|");
 }
 
 // With tracing on a body says this on standard error and in the trace log, and nothing with it off.

@@ -112,9 +112,13 @@ TEST_F(path_rewriting, asks_the_disk_once) {
         return asked;
     };
     const int for_one = asked_for("lib\\a.jar");
-    const char *list = "lib\\a.jar;lib\\b c.jar;none\\x\\y;C:\\L\\lib\\a.jar";
-    EXPECT_EQ(asked_for(list), for_one + 2);
+    const char *list =
+        "lib\\a.jar;lib\\b c.jar;none\\x\\y;C:\\L\\lib\\a.jar;.;lib\\.\\.;lib\\..\\jre\\.\\x\\.;jre\\x\\..";
+    EXPECT_EQ(asked_for(list), for_one + 10);
     const shared_disk_queries shared;
-    EXPECT_EQ(asked_for(list), for_one + 2);
+    EXPECT_EQ(asked_for(list), for_one + 10);
     EXPECT_EQ(asked_for(list), 1);
+    char resolved[1000];
+    resolve_path("lib/a.jar", resolved);
+    EXPECT_EQ(resolved, here("C:\\L\\lib\\a.jar"));
 }

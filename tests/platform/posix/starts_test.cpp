@@ -1,10 +1,11 @@
-// What children take over on POSIX, in every way that they are started.
+// What children take over on POSIX, in every way that they are started. What stands for drives.
 
 #include <csignal>
 #include <fstream>
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include "platform/files.h"
 #include "tests/platform/children.h"
 
 namespace {
@@ -27,6 +28,15 @@ TEST(starts, children_have_the_mask_and_the_ignored_signals_of_their_parent) {
     signal(SIGHUP, SIG_DFL);
     sigprocmask(SIG_SETMASK, &old_mask, &mask);
     EXPECT_TRUE(sigismember(&mask, SIGUSR2) == 1 && sigismember(&mask, SIGINT) == 0);
+}
+
+TEST(drives, z_is_the_root_until_it_is_set) {
+    EXPECT_TRUE(is_directory("Z:\\proc"));
+    setenv("QVL_HOST_DRIVE_Z", "/proc", 1);
+    fs::current_path("/");
+    EXPECT_EQ(current_directory(), nullptr);
+    fs::current_path("/proc/self");
+    EXPECT_TRUE(std::string_view(current_directory()).starts_with("Z:\\"));
 }
 
 } // namespace
