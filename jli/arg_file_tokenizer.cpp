@@ -131,13 +131,18 @@ inline char unescaped(char byte) {
     }
 }
 
-inline void add_escaped(token_part &part, char byte) {
+// Adds what `byte` stands for behind a backslash; returned is where the tokenizer stands after it.
+inline ArgFileState add_escaped(token_part &part, char byte) {
+    if (class_of(byte) == LINE_END) {
+        return SKIP_LEAD_WS;
+    }
     if (part.end == part.bytes + token_part::MOST_BYTES) {
         keep(part);
     }
     *part.end = unescaped(byte);
-    part.end += byte == '\0' ? 0 : 1;
+    part.end += byte == '\0' ? 0 : 1; // a piece is a C string
     part.has_piece = true;
+    return IN_QUOTE;
 }
 
 // Keeps what the block holds of an unfinished token.
@@ -162,6 +167,7 @@ char *nextToken(ArgFileContext *context) {
 
     while ((nextc = end_of_run(nextc, end, PASSED_OVER[state])) < end) {
         const unsigned char kind = class_of(*nextc);
+        part.null_byte_seen |= kind == NULL_BYTE;
         switch (state) {
         case FIND_NEXT:
         case SKIP_LEAD_WS:
@@ -180,9 +186,7 @@ char *nextToken(ArgFileContext *context) {
             } else if (kind == COMMENT_SIGN) {
                 drop_pieces(context, part);
                 state = IN_COMMENT;
-            } else if (kind == NULL_BYTE) {
-                part.null_byte_seen = true;
-            } else {
+            } else if (kind != NULL_BYTE) {
                 return end_token(context, part, anchor, nextc);
             }
             break;
@@ -190,9 +194,7 @@ char *nextToken(ArgFileContext *context) {
             if (kind == LINE_END) {
                 return end_token(context, part, anchor, nextc);
             }
-            if (kind == NULL_BYTE) {
-                part.null_byte_seen = true;
-            } else if (*nextc == context->quote_char) {
+            if (*nextc == context->quote_char) {
                 add_unless_empty(part, anchor, nextc);
                 anchor = nextc + 1;
                 state = IN_TOKEN;
@@ -207,12 +209,7 @@ char *nextToken(ArgFileContext *context) {
             }
             [[fallthrough]];
         case IN_ESCAPE:
-            if (class_of(*nextc) == LINE_END) {
-                state = SKIP_LEAD_WS;
-            } else {
-                add_escaped(part, *nextc);
-                state = IN_QUOTE;
-            }
+            state = add_escaped(part, *nextc);
             anchor = nextc + 1;
             break;
         }
