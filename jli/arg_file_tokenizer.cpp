@@ -79,10 +79,12 @@ inline void add_piece(token_part &part, const char *start, const char *end) {
     part.has_piece = true;
 }
 
-inline void add_unless_empty(token_part &part, const char *start, const char *end) {
+// Returned is where the next piece starts, behind the byte that ends this one.
+inline const char *add_unless_empty(token_part &part, const char *start, const char *end) {
     if (start != end) {
         add_piece(part, start, end);
     }
+    return end + 1;
 }
 
 void drop_pieces(ArgFileContext *context, token_part &part) {
@@ -167,7 +169,6 @@ char *nextToken(ArgFileContext *context) {
 
     while ((nextc = end_of_run(nextc, end, PASSED_OVER[state])) < end) {
         const unsigned char kind = class_of(*nextc);
-        part.null_byte_seen |= kind == NULL_BYTE;
         switch (state) {
         case FIND_NEXT:
         case SKIP_LEAD_WS:
@@ -179,14 +180,15 @@ char *nextToken(ArgFileContext *context) {
             break;
         case IN_TOKEN:
             if (kind == QUOTE) {
-                add_unless_empty(part, anchor, nextc);
+                anchor = add_unless_empty(part, anchor, nextc);
                 context->quote_char = *nextc;
-                anchor = nextc + 1;
                 state = IN_QUOTE;
             } else if (kind == COMMENT_SIGN) {
                 drop_pieces(context, part);
                 state = IN_COMMENT;
-            } else if (kind != NULL_BYTE) {
+            } else if (kind == NULL_BYTE) {
+                part.null_byte_seen = true;
+            } else {
                 return end_token(context, part, anchor, nextc);
             }
             break;
@@ -194,9 +196,10 @@ char *nextToken(ArgFileContext *context) {
             if (kind == LINE_END) {
                 return end_token(context, part, anchor, nextc);
             }
-            if (*nextc == context->quote_char) {
-                add_unless_empty(part, anchor, nextc);
-                anchor = nextc + 1;
+            if (kind == NULL_BYTE) {
+                part.null_byte_seen = true;
+            } else if (*nextc == context->quote_char) {
+                anchor = add_unless_empty(part, anchor, nextc);
                 state = IN_TOKEN;
             }
             if (kind != BACKSLASH) {
