@@ -43,7 +43,7 @@ TEST_F(native_invocation, reads_the_configuration_beside_the_library) {
     const std::string trace = traced_by([] {
         initialize("LAUNCH_MODE=legacy\nCONTAINER_HOME=C\nQUORVEL_HOME=Q\nTRANSPARENT=true\nREWRITE_ARGUMENTS=true\n");
     });
-    EXPECT_EQ(launcher_home + std::string("|") + launch_mode + '|' + jvm_home + '|' + os_name,
+    EXPECT_EQ(launcher_home + std::string("|") + launch_mode + '|' + jvm_home + '|' + os_name + new_mem_val_as_str,
               here("C:\\L") + "|advanced||Windows");
     EXPECT_EQ(native_jvm_bits, 64);
     EXPECT_EQ(is_native_invocation + use_advanced_launch_mode + says_faults, 3);
