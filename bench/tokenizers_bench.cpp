@@ -24,6 +24,18 @@ std::string quoted(const std::string &number) {
            ".jar\" 'a b " + number + "'\n";
 }
 
+std::string quoted_options(const std::string &number) {
+    return "\"-Dorg.example.name" + number + "=a value with blanks " + number + "\"\n";
+}
+
+std::string class_paths(const std::string &number) {
+    std::string line = "-cp \"";
+    for (const char *jar : {"lib\\\\one-", "lib\\\\ext\\\\two-", "three-", "plugins\\\\four-"}) {
+        line += "C:\\\\Program Files\\\\Example\\\\" + (jar + number) + ".jar;";
+    }
+    return line + "\"\n";
+}
+
 std::string mixed(const std::string &number) {
     return "# the options of module " + number + "\n-cp \"C:\\\\Program Files\\\\Example\\\\" +
            number + ".jar\"\n-Xmx" + number + "m -ea\n-Dorg.example.option=" + number +
@@ -82,6 +94,8 @@ void against_llvm(benchmark::State &state, std::string (*of_number)(const std::s
 BENCHMARK_CAPTURE(against_llvm, E7_plain_options, plain_options)->UseManualTime();
 BENCHMARK_CAPTURE(against_llvm, E7_mixed, mixed)->UseManualTime();
 BENCHMARK_CAPTURE(against_llvm, E7_quoted, quoted)->UseManualTime();
+BENCHMARK_CAPTURE(against_llvm, E7_quoted_options, quoted_options)->UseManualTime();
+BENCHMARK_CAPTURE(against_llvm, E7_class_paths, class_paths)->UseManualTime();
 BENCHMARK_CAPTURE(against_llvm, E7_long_tokens, long_tokens)->UseManualTime();
 
 } // namespace
