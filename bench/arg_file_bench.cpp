@@ -9,6 +9,7 @@
 #include <string_view>
 #include <vector>
 
+#include "bench/arg_file_lines.h"
 #include "bench/target.h"
 #include "jli/args.h"
 
@@ -68,17 +69,14 @@ constexpr const char *KIND_NAMES[] = {"plain options", "escaped class paths", "l
 
 std::string line_of(kind kind, size_t number) {
     const std::string digits = std::to_string(number % 997);
-    if (kind == PLAIN_OPTIONS) {
-        return "-Dorg.example.option" + digits + "=value" + digits + "\n";
-    }
-    if (kind == LONG_TOKENS) {
+    switch (kind) {
+    case PLAIN_OPTIONS:
+        return plain_option(digits);
+    case CLASS_PATHS:
+        return class_path(digits);
+    default:
         return "-Dlong=" + std::string(8000 + number % 997, 'x') + "\n";
     }
-    std::string line = "-cp \"";
-    for (const char *jar : {"lib\\\\one-", "lib\\\\ext\\\\two-", "three-", "plugins\\\\four-"}) {
-        line += std::string("C:\\\\Program Files\\\\Example\\\\") + jar + digits + ".jar;";
-    }
-    return line + "\"\n";
 }
 
 // A file of about `size` bytes, and its tokens one after another with their lengths.

@@ -7,6 +7,7 @@
 
 #include <string>
 
+#include "bench/arg_file_lines.h"
 #include "bench/target.h"
 #include "jli/arg_bookkeeping.h"
 #include "jli/arg_file_tokenizer.h"
@@ -15,10 +16,6 @@ namespace {
 
 constexpr size_t SIZE = 512 * 1024;
 
-std::string plain_options(const std::string &number) {
-    return "-Dorg.example.option" + number + "=value" + number + "\n";
-}
-
 std::string quoted(const std::string &number) {
     return "-Dname" + number + "=\"C:\\\\Program Files\\\\Example\\\\lib\\\\jar-" + number +
            ".jar\" 'a b " + number + "'\n";
@@ -26,14 +23,6 @@ std::string quoted(const std::string &number) {
 
 std::string quoted_options(const std::string &number) {
     return "\"-Dorg.example.name" + number + "=a value with blanks " + number + "\"\n";
-}
-
-std::string class_paths(const std::string &number) {
-    std::string line = "-cp \"";
-    for (const char *jar : {"lib\\\\one-", "lib\\\\ext\\\\two-", "three-", "plugins\\\\four-"}) {
-        line += "C:\\\\Program Files\\\\Example\\\\" + (jar + number) + ".jar;";
-    }
-    return line + "\"\n";
 }
 
 std::string mixed(const std::string &number) {
@@ -91,11 +80,11 @@ void against_llvm(benchmark::State &state, std::string (*of_number)(const std::s
     report_target(state, times.subject / times.yardstick, 1);
 }
 
-BENCHMARK_CAPTURE(against_llvm, E7_plain_options, plain_options)->UseManualTime();
+BENCHMARK_CAPTURE(against_llvm, E7_plain_options, plain_option)->UseManualTime();
 BENCHMARK_CAPTURE(against_llvm, E7_mixed, mixed)->UseManualTime();
 BENCHMARK_CAPTURE(against_llvm, E7_quoted, quoted)->UseManualTime();
 BENCHMARK_CAPTURE(against_llvm, E7_quoted_options, quoted_options)->UseManualTime();
-BENCHMARK_CAPTURE(against_llvm, E7_class_paths, class_paths)->UseManualTime();
+BENCHMARK_CAPTURE(against_llvm, E7_class_paths, class_path)->UseManualTime();
 BENCHMARK_CAPTURE(against_llvm, E7_long_tokens, long_tokens)->UseManualTime();
 
 } // namespace

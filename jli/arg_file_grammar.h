@@ -58,7 +58,7 @@ inline unsigned count_ordinary(const char *at, unsigned char passed_over) {
 // The first byte from `at` on that is of none of the classes `passed_over`, or `end`. Most bytes
 // are ordinary, or spaces: sixteen of them are passed over at a time.
 inline const char *end_of_run(const char *at, const char *end, unsigned char passed_over) {
-    const unsigned char space = (passed_over & BLANK) != 0 ? ' ' : 'x';
+    const unsigned char space = (passed_over & BLANK) != 0 ? ' ' : 'x'; // "x" is ordinary anyway
     while ((passed_over & ORDINARY) != 0 && end - at >= 16) {
         const unsigned ordinary = count_ordinary(at, space);
         at += ordinary;

@@ -79,12 +79,16 @@ inline void add_piece(token_part &part, const char *start, const char *end) {
     part.has_piece = true;
 }
 
-// Returned is where the next piece starts, behind the byte that ends this one.
-inline const char *add_unless_empty(token_part &part, const char *start, const char *end) {
+inline void add_unless_empty(token_part &part, const char *start, const char *end) {
     if (start != end) {
         add_piece(part, start, end);
     }
-    return end + 1;
+}
+
+// Completes the piece that the quote at `quote` ends; returned is where the next one starts.
+inline const char *end_section(token_part &part, const char *start, const char *quote) {
+    add_unless_empty(part, start, quote);
+    return quote + 1;
 }
 
 void drop_pieces(ArgFileContext *context, token_part &part) {
@@ -180,7 +184,7 @@ char *nextToken(ArgFileContext *context) {
             break;
         case IN_TOKEN:
             if (kind == QUOTE) {
-                anchor = add_unless_empty(part, anchor, nextc);
+                anchor = end_section(part, anchor, nextc);
                 context->quote_char = *nextc;
                 state = IN_QUOTE;
             } else if (kind == COMMENT_SIGN) {
@@ -199,7 +203,7 @@ char *nextToken(ArgFileContext *context) {
             if (kind == NULL_BYTE) {
                 part.null_byte_seen = true;
             } else if (*nextc == context->quote_char) {
-                anchor = add_unless_empty(part, anchor, nextc);
+                anchor = end_section(part, anchor, nextc);
                 state = IN_TOKEN;
             }
             if (kind != BACKSLASH) {

@@ -27,7 +27,7 @@ void release_slots(path_prefix *slots, size_t count) {
     JLI_MemFree(slots);
 }
 
-// Of eight bytes at a time, then of what is left.
+// Eight bytes at a time, and one by one what is left.
 size_t hash_of(std::string_view path) {
     constexpr size_t FACTOR = 0x9E3779B97F4A7C15; // mixes upwards; the shift brings it down again
     size_t hash = 0;

@@ -87,6 +87,9 @@ constexpr char NAMES[] = R"(
 } // namespace
 
 TEST_F(path_rewriting, moves_what_lies_below_the_old_home) {
+    std::string resolved(100000, '\0');
+    resolve_path("lib/a.jar", resolved.data());
+    EXPECT_EQ(resolved.c_str(), here("C:\\L\\lib\\a.jar"));
     for (const texts &row : rows_of(NAMES)) {
         EXPECT_EQ(moved(row[0], std::stoi(row[1]), row[2][0]), here(row[3])) << row[0];
     }
@@ -118,7 +121,4 @@ TEST_F(path_rewriting, asks_the_disk_once) {
     const shared_disk_queries shared;
     EXPECT_EQ(asked_for(list), for_one + 10);
     EXPECT_EQ(asked_for(list), 1);
-    char resolved[1000];
-    resolve_path("lib/a.jar", resolved);
-    EXPECT_EQ(resolved, here("C:\\L\\lib\\a.jar"));
 }

@@ -41,6 +41,7 @@ TEST(drives, z_is_the_root_until_it_is_set) {
     const std::unique_ptr<char, decltype(&free)> shown(current_directory(), free);
     EXPECT_STREQ(shown.get(), "Z:\\");
     fs::current_path(folder);
+    unsetenv("QVL_HOST_DRIVE_Z");
 }
 
 } // namespace
