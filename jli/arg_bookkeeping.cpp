@@ -1,5 +1,6 @@
 #include "jli/arg_bookkeeping.h"
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
@@ -31,17 +32,9 @@ constexpr bool may_be_known(char after_dash) {
            after_dash == 'p';
 }
 
-consteval bool all_may_be_known(const char *packed_names) {
-    while (*packed_names != '\0' && may_be_known(packed_names[2])) {
-        packed_names += 1 + *packed_names;
-    }
-    return *packed_names == '\0';
-}
-static_assert(all_may_be_known(MODULE_OPTIONS.data()) &&
-              all_may_be_known(CLASS_PATH_OPTIONS.data()) &&
-              all_may_be_known(LAUNCHER_MAIN_OPTIONS.data()) &&
-              all_may_be_known(DESCRIBE_MODULE_OPTIONS.data()) &&
-              all_may_be_known(SOURCE_OPTIONS.data()));
+static_assert(std::ranges::all_of(OPTIONS, [](const classed_option &option) {
+    return (option.classes & WHITE_SPACE_OPTION) == 0 || may_be_known(option.name[1]);
+}));
 
 } // namespace
 
@@ -73,9 +66,9 @@ void checkArg(const char *arg) {
         seen.expectingNoDashArg = false;
     } else if (!may_be_known(arg[1])) {
         seen.expectingNoDashArg = false;
-    } else if (IsWhiteSpaceOption(arg)) {
+    } else if (const int classes = classes_of(arg); (classes & WHITE_SPACE_OPTION) != 0) {
         // The name after --module or -m is no option value: it begins the application's arguments.
-        seen.expectingNoDashArg = !IsLauncherMainOption(arg);
+        seen.expectingNoDashArg = (classes & LAUNCHER_MAIN_OPTION) == 0;
     } else {
         seen.expectingNoDashArg = false;
         seen.stopExpansion = seen.stopExpansion || strcmp(arg, DISABLE_ARG_FILES_OPTION) == 0;
@@ -87,7 +80,7 @@ void checkArg(const char *arg) {
 }
 
 int isTerminalOpt(const char *arg) {
-    return is_one_of(TERMINAL_OPTIONS.data(), arg) || JLI_StrCCmp(arg, MODULE_PREFIX) == 0;
+    return (classes_of(arg) & TERMINAL_OPTION) != 0 || JLI_StrCCmp(arg, MODULE_PREFIX) == 0;
 }
 
 bool expands_arg_files() {

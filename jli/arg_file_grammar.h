@@ -4,9 +4,12 @@
 // The bytes of an argument file: what they are to the grammar, and runs of those that change
 // nothing.
 
+#include <emmintrin.h>
+
+#include <algorithm>
 #include <array>
 #include <bit>
-#include <cstdint>
+#include <cstddef>
 #include <cstring>
 
 // One bit each, so that classes can be put together.
@@ -40,39 +43,23 @@ inline unsigned char class_of(char byte) {
 // Every byte that is not ordinary is below this one, the backslash aside.
 constexpr unsigned char ALL_ORDINARY_FROM = '(';
 
-// How many of the sixteen bytes at `at` come before the first that may be other than ordinary and
-// is not `passed_over` either.
-inline unsigned count_ordinary(const char *at, unsigned char passed_over) {
-    static_assert(std::endian::native == std::endian::little);
-    typedef unsigned char sixteen_bytes __attribute__((vector_size(16)));
-    sixteen_bytes bytes;
-    memcpy(&bytes, at, sizeof bytes);
-    const auto suspect = ((bytes < ALL_ORDINARY_FROM) & (bytes != passed_over)) | (bytes == '\\');
-    uint64_t halves[2];
-    memcpy(halves, &suspect, sizeof halves);
-    const int bits =
-        halves[0] != 0 ? std::countr_zero(halves[0]) : 64 + std::countr_zero(halves[1]);
-    return static_cast<unsigned>(bits) / 8;
-}
+// How many bytes are looked at together.
+constexpr ptrdiff_t STEP = sizeof(__m128i);
 
-// The first byte from `at` on that is of none of the classes `passed_over`, or `end`. Most bytes
-// are ordinary, or spaces: sixteen of them are passed over at a time.
-inline const char *end_of_run(const char *at, const char *end, unsigned char passed_over) {
-    const unsigned char space = (passed_over & BLANK) != 0 ? ' ' : 'x'; // "x" is ordinary anyway
-    while ((passed_over & ORDINARY) != 0 && end - at >= 16) {
-        const unsigned ordinary = count_ordinary(at, space);
-        at += ordinary;
-        if (ordinary < 16) {
-            if ((class_of(*at) & passed_over) == 0) {
-                return at;
-            }
-            at++;
-        }
+// A bit for each of the bytes from `at` to `end`, at most STEP, that may be other than ordinary;
+// the lowest bit is the first byte's.
+inline unsigned stops_among(const char *at, const char *end) {
+    char last_bytes[STEP];
+    unsigned there = 0xFFFF;
+    if (const ptrdiff_t missing = STEP - (end - at); missing > 0) {
+        at = static_cast<const char *>(memcpy(last_bytes, at, static_cast<size_t>(end - at)));
+        there >>= missing;
     }
-    while (at < end && (class_of(*at) & passed_over) != 0) {
-        at++;
-    }
-    return at;
+    const __m128i bytes = _mm_loadu_si128(reinterpret_cast<const __m128i *>(at));
+    const __m128i low =
+        _mm_cmpeq_epi8(bytes, _mm_min_epu8(bytes, _mm_set1_epi8(ALL_ORDINARY_FROM - 1)));
+    const __m128i backslashes = _mm_cmpeq_epi8(bytes, _mm_set1_epi8('\\'));
+    return static_cast<unsigned>(_mm_movemask_epi8(_mm_or_si128(low, backslashes))) & there;
 }
 
 #endif

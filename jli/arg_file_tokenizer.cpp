@@ -14,17 +14,6 @@ constexpr size_t PIECES_CAPACITY = 4;
 // Most pieces are short: a copy of this fixed size is several times faster than a call of memcpy().
 constexpr ptrdiff_t SHORT_PIECE = 16;
 
-// Per state, the bytes that are passed over: they neither change the state nor end a piece.
-constexpr std::array<unsigned char, IN_TOKEN + 1> PASSED_OVER = [] {
-    std::array<unsigned char, IN_TOKEN + 1> classes{};
-    classes[FIND_NEXT] = classes[SKIP_LEAD_WS] = BLANK | LINE_END;
-    classes[IN_COMMENT] = ORDINARY | BLANK | COMMENT_SIGN | BACKSLASH | QUOTE | NULL_BYTE;
-    classes[IN_QUOTE] = ORDINARY | BLANK | COMMENT_SIGN;
-    classes[IN_ESCAPE] = 0;
-    classes[IN_TOKEN] = ORDINARY | BACKSLASH;
-    return classes;
-}();
-
 // What one call of nextToken() completes of a token. It is put together on the stack: most tokens
 // end in the block in which they begin, and then nothing but the token itself goes to the heap.
 struct token_part {
@@ -151,13 +140,79 @@ inline ArgFileState add_escaped(token_part &part, char byte) {
     return IN_QUOTE;
 }
 
+bool is_space(unsigned char kind) {
+    return (kind & (BLANK | LINE_END)) != 0;
+}
+
+// Where the tokenizer stands in a block.
+struct position {
+    ArgFileState state;
+    const char *anchor; // where the pending piece starts
+};
+
+// Passes over white space, or goes on in `state` where it ends.
+inline bool is_skipped(position &here, const char *nextc, ArgFileState state) {
+    if (nextc == here.anchor && is_space(class_of(*nextc))) {
+        here.anchor++;
+        return true;
+    }
+    here.state = state;
+    return false;
+}
+
+// What `nextc` changes in a token, outside quotes; it is no space.
+inline void stop_in_token(ArgFileContext *context, token_part &part, position &here,
+                          const char *nextc) {
+    switch (class_of(*nextc)) {
+    case QUOTE:
+        here = {IN_QUOTE, end_section(part, here.anchor, nextc)};
+        context->quote_char = *nextc;
+        break;
+    case COMMENT_SIGN:
+        drop_pieces(context, part);
+        here.state = IN_COMMENT;
+        break;
+    case NULL_BYTE:
+        part.null_byte_seen = true;
+        break;
+    }
+}
+
+// What `nextc` changes in a quoted section; it is no line end.
+inline void stop_in_quote(const ArgFileContext *context, token_part &part, position &here,
+                          const char *nextc) {
+    switch (class_of(*nextc)) {
+    case BACKSLASH:
+        add_piece(part, here.anchor, nextc);
+        here = {IN_ESCAPE, nextc + 1};
+        if (here.anchor < context->eob) {
+            here.state = add_escaped(part, *here.anchor++);
+        }
+        break;
+    case QUOTE:
+        if (*nextc == context->quote_char) {
+            here = {IN_TOKEN, end_section(part, here.anchor, nextc)};
+        }
+        break;
+    case NULL_BYTE:
+        part.null_byte_seen = true;
+        break;
+    }
+}
+
 // Keeps what the block holds of an unfinished token.
-char *end_block(ArgFileContext *context, token_part &part, ArgFileState state, const char *anchor) {
-    if (is_inside_token(state)) {
-        add_unless_empty(part, anchor, context->eob);
+char *end_block(ArgFileContext *context, token_part &part, position here) {
+    if (here.state == FIND_NEXT && here.anchor < context->eob) {
+        here.state = IN_TOKEN;
+    }
+    if (here.state == SKIP_LEAD_WS && here.anchor < context->eob) {
+        here.state = IN_QUOTE;
+    }
+    if (is_inside_token(here.state)) {
+        add_unless_empty(part, here.anchor, context->eob);
     }
     keep(part);
-    context->state = state;
+    context->state = here.state;
     context->cursor = context->eob;
     return nullptr;
 }
@@ -166,63 +221,52 @@ char *end_block(ArgFileContext *context, token_part &part, ArgFileState state, c
 
 char *nextToken(ArgFileContext *context) {
     const char *const end = context->eob;
-    const char *nextc = context->cursor;
-    const char *anchor = nextc; // where the pending piece starts
-    ArgFileState state = context->state;
+    position here = {context->state, context->cursor};
     token_part part(context->pieces, end);
-
-    while ((nextc = end_of_run(nextc, end, PASSED_OVER[state])) < end) {
-        const unsigned char kind = class_of(*nextc);
-        switch (state) {
-        case FIND_NEXT:
-        case SKIP_LEAD_WS:
-            anchor = nextc;
-            state = state == FIND_NEXT ? IN_TOKEN : IN_QUOTE;
-            continue; // with the same byte
-        case IN_COMMENT:
-            state = FIND_NEXT;
-            break;
-        case IN_TOKEN:
-            if (kind == QUOTE) {
-                anchor = end_section(part, anchor, nextc);
-                context->quote_char = *nextc;
-                state = IN_QUOTE;
-            } else if (kind == COMMENT_SIGN) {
-                drop_pieces(context, part);
-                state = IN_COMMENT;
-            } else if (kind == NULL_BYTE) {
-                part.null_byte_seen = true;
-            } else {
-                return end_token(context, part, anchor, nextc);
+    if (here.state == IN_ESCAPE && here.anchor < end) {
+        here.state = add_escaped(part, *here.anchor++);
+    }
+    for (const char *at = here.anchor, *next; at < end; at = next) {
+        next = end - at > STEP ? at + STEP : end;
+        for (unsigned stops = stops_among(at, next); stops != 0; stops &= stops - 1) {
+            const char *const nextc = at + std::countr_zero(stops);
+            const unsigned char kind = class_of(*nextc);
+            if (nextc < here.anchor) {
+                continue; // it was escaped
             }
-            break;
-        case IN_QUOTE:
-            if (kind == LINE_END) {
-                return end_token(context, part, anchor, nextc);
-            }
-            if (kind == NULL_BYTE) {
-                part.null_byte_seen = true;
-            } else if (*nextc == context->quote_char) {
-                anchor = end_section(part, anchor, nextc);
-                state = IN_TOKEN;
-            }
-            if (kind != BACKSLASH) {
+            switch (here.state) {
+            case IN_COMMENT:
+                if (kind == LINE_END) {
+                    here = {FIND_NEXT, nextc + 1};
+                }
+                break;
+            case FIND_NEXT:
+                if (is_skipped(here, nextc, IN_TOKEN)) {
+                    break;
+                }
+                [[fallthrough]];
+            case IN_TOKEN:
+                if (is_space(kind)) {
+                    return end_token(context, part, here.anchor, nextc);
+                }
+                stop_in_token(context, part, here, nextc);
+                break;
+            case SKIP_LEAD_WS:
+                if (is_skipped(here, nextc, IN_QUOTE)) {
+                    break;
+                }
+                [[fallthrough]];
+            case IN_QUOTE:
+            case IN_ESCAPE:
+                if (kind == LINE_END) {
+                    return end_token(context, part, here.anchor, nextc);
+                }
+                stop_in_quote(context, part, here, nextc);
                 break;
             }
-            add_piece(part, anchor, nextc);
-            state = IN_ESCAPE;
-            if (++nextc == end) {
-                continue;
-            }
-            [[fallthrough]];
-        case IN_ESCAPE:
-            state = add_escaped(part, *nextc);
-            anchor = nextc + 1;
-            break;
         }
-        nextc++;
     }
-    return end_block(context, part, state, anchor);
+    return end_block(context, part, here);
 }
 
 JLI_List readArgFile(FILE *file) {

@@ -8,11 +8,23 @@
 
 namespace {
 
-bool is_launcher_option(const char *arg) {
-    return is_one_of(CLASS_PATH_OPTIONS.data(), arg) ||
-           is_one_of(LAUNCHER_MAIN_OPTIONS.data(), arg) ||
-           is_one_of(DESCRIBE_MODULE_OPTIONS.data(), arg) || is_one_of(SOURCE_OPTIONS.data(), arg);
-}
+// OPTIONS, each as its packed name and its classes.
+constexpr auto PACKED_OPTIONS = [] {
+    constexpr size_t SIZE = [] {
+        size_t size = 1;
+        for (const classed_option &option : OPTIONS) {
+            size += 1 + option.name.size() + 1;
+        }
+        return size;
+    }();
+    std::array<char, SIZE> bytes{};
+    char *end = bytes.data();
+    for (const classed_option &option : OPTIONS) {
+        end = pack(end, option.name);
+        *end++ = static_cast<char>(option.classes);
+    }
+    return bytes;
+}();
 
 char *joined(JLI_List list, std::string_view separator) {
     size_t size = 1;
@@ -108,20 +120,33 @@ int JLI_HasSuffix(const char *text, const char *suffix) {
     return dot != nullptr && strcasecmp(dot, suffix) == 0;
 }
 
+int classes_of(const char *arg) {
+    const size_t length = strlen(arg);
+    const char *option = PACKED_OPTIONS.data();
+    while (const size_t option_length = static_cast<size_t>(*option++)) {
+        const char *classes = option + option_length;
+        if (option_length == length && memcmp(option, arg, length) == 0) {
+            return *classes;
+        }
+        option = classes + 1;
+    }
+    return 0;
+}
+
 int IsClassPathOption(const char *arg) {
-    return is_one_of(CLASS_PATH_OPTIONS.data(), arg);
+    return (classes_of(arg) & CLASS_PATH_OPTION) != 0;
 }
 
 int IsLauncherMainOption(const char *arg) {
-    return is_one_of(LAUNCHER_MAIN_OPTIONS.data(), arg);
+    return (classes_of(arg) & LAUNCHER_MAIN_OPTION) != 0;
 }
 
 int IsLauncherOption(const char *arg) {
-    return is_launcher_option(arg);
+    return (classes_of(arg) & LAUNCHER_OPTION) != 0;
 }
 
 int IsModuleOption(const char *arg) {
-    return is_one_of(MODULE_OPTIONS.data(), arg);
+    return (classes_of(arg) & MODULE_OPTION) != 0;
 }
 
 int IsLongFormModuleOption(const char *arg) {
@@ -129,5 +154,5 @@ int IsLongFormModuleOption(const char *arg) {
 }
 
 int IsWhiteSpaceOption(const char *arg) {
-    return is_launcher_option(arg) || is_one_of(MODULE_OPTIONS.data(), arg);
+    return (classes_of(arg) & WHITE_SPACE_OPTION) != 0;
 }

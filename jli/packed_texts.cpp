@@ -1,6 +1,6 @@
 #include "jli/packed_texts.h"
 
-bool is_one_of(const char *packed_texts, const char *text, bool with_more_behind_it) {
+bool begins_with_one_of(const char *text, const char *packed_texts) {
     while (const char length = *packed_texts++) {
         const char *const end = packed_texts + length;
         const char *at = text;
@@ -8,7 +8,7 @@ bool is_one_of(const char *packed_texts, const char *text, bool with_more_behind
             at++;
             packed_texts++;
         }
-        if (packed_texts == end && (with_more_behind_it || *at == '\0')) {
+        if (packed_texts == end) {
             return true;
         }
         packed_texts = end;

@@ -23,11 +23,6 @@ consteval auto packed(const char (&...entries)[SIZES]) {
     return bytes;
 }
 
-// Whether `text` is one of them, or begins with one.
-bool is_one_of(const char *packed_texts, const char *text, bool with_more_behind_it = false);
-
-inline bool begins_with_one_of(const char *text, const char *packed_texts) {
-    return is_one_of(packed_texts, text, true);
-}
+bool begins_with_one_of(const char *text, const char *packed_texts);
 
 #endif

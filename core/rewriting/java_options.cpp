@@ -35,8 +35,7 @@ bool is_class_path_assignment(const char *arg) {
 }
 
 bool is_module_value_option(const char *arg) {
-    return is_host_java_9_plus && (is_one_of(MODULE_OPTIONS.data(), arg) ||
-                                   is_one_of(DESCRIBE_MODULE_OPTIONS.data(), arg));
+    return is_host_java_9_plus && (classes_of(arg) & (MODULE_OPTION | DESCRIBE_MODULE_OPTION)) != 0;
 }
 
 bool ends_options(const char *arg) {
