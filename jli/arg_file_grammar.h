@@ -1,14 +1,12 @@
 #ifndef JLI_ARG_FILE_GRAMMAR_H
 #define JLI_ARG_FILE_GRAMMAR_H
 
-// The bytes of an argument file: what they are to the grammar, and runs of those that change
-// nothing.
+// The bytes of an argument file: what they are to the grammar, and where those are that are more
+// than text.
 
-#include <emmintrin.h>
+#include <emmintrin.h> // SSE2, which every x86-64 processor has
 
-#include <algorithm>
 #include <array>
-#include <bit>
 #include <cstddef>
 #include <cstring>
 
@@ -49,7 +47,7 @@ constexpr ptrdiff_t STEP = sizeof(__m128i);
 // A bit for each of the bytes from `at` to `end`, at most STEP, that may be other than ordinary;
 // the lowest bit is the first byte's.
 inline unsigned stops_among(const char *at, const char *end) {
-    char last_bytes[STEP];
+    char last_bytes[STEP]; // what lies behind those that there are does not count
     unsigned there = 0xFFFF;
     if (const ptrdiff_t missing = STEP - (end - at); missing > 0) {
         at = static_cast<const char *>(memcpy(last_bytes, at, static_cast<size_t>(end - at)));

@@ -1,5 +1,6 @@
 #include "jli/arg_file_tokenizer.h"
 
+#include <bit>
 #include <cstring>
 
 #include "jli/arg_bookkeeping.h"
