@@ -1,5 +1,7 @@
 #include "jli/jli_util.h"
 
+#include <algorithm>
+#include <array>
 #include <cstring>
 #include <strings.h>
 
@@ -25,6 +27,11 @@ constexpr auto PACKED_OPTIONS = [] {
     }
     return bytes;
 }();
+
+constexpr size_t LONGEST_OPTION =
+    std::ranges::max_element(OPTIONS, {}, [](const classed_option &option) {
+        return option.name.size();
+    })->name.size();
 
 char *joined(JLI_List list, std::string_view separator) {
     size_t size = 1;
@@ -121,7 +128,10 @@ int JLI_HasSuffix(const char *text, const char *suffix) {
 }
 
 int classes_of(const char *arg) {
-    const size_t length = strlen(arg);
+    const size_t length = strnlen(arg, LONGEST_OPTION + 1);
+    if (length > LONGEST_OPTION) {
+        return 0; // most arguments are longer
+    }
     const char *option = PACKED_OPTIONS.data();
     while (const size_t option_length = static_cast<size_t>(*option++)) {
         const char *classes = option + option_length;
