@@ -133,7 +133,7 @@ int classes_of(const char *arg) {
         return 0; // most arguments are longer
     }
     const char *option = PACKED_OPTIONS.data();
-    while (const size_t option_length = static_cast<size_t>(*option++)) {
+    while (const size_t option_length = static_cast<unsigned char>(*option++)) {
         const char *classes = option + option_length;
         if (option_length == length && memcmp(option, arg, length) == 0) {
             return *classes;
