@@ -129,7 +129,7 @@ QVL_STATE int rhs_count;
 extern char *newPathList[ARGUMENT_SLOTS];
 extern int newPathListCount;
 
-/* Components of the path being resolved; all null between calls. */
+/* Components of the path being resolved; own nothing. All null between calls. */
 extern char *path_component[COMPONENT_SLOTS];
 
 /* Host and guest options of the option variable in hand; own nothing. */

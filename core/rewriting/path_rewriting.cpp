@@ -19,8 +19,17 @@ struct path_list_walk {
     text_ptr current_dir{current_directory()};
     path_prefixes known;
     text_buffer query;
-    text_buffer absolute;
+    text_buffer absolute; // holds the components while they are shown
     text_buffer resolved;
+    int component_count = 0;
+
+    ~path_list_walk() { forget_components(); }
+
+    void forget_components() {
+        while (component_count > 0) {
+            path_component[--component_count] = nullptr;
+        }
+    }
 };
 
 path_list_walk *shared_walk = nullptr;
@@ -51,34 +60,33 @@ void make_absolute(path_list_walk &walk, const char *path) {
     append(walk.absolute, path);
 }
 
-void keep_component(int number, std::string_view component) {
-    if (number >= COMPONENT_SLOTS) {
+void show_component(path_list_walk &walk, char *component) {
+    if (walk.component_count >= COMPONENT_SLOTS) {
         refuse_entry("components of a path", COMPONENT_SLOTS);
     }
-    path_component[number] = copy_text(component).release();
-    JLI_TraceLauncher("   path_component[%d] = %s\n", number, path_component[number]);
+    path_component[walk.component_count] = component;
+    JLI_TraceLauncher("   path_component[%d] = %s\n", walk.component_count, component);
+    walk.component_count++;
 }
 
-void release_components(int count) {
-    for (int i = 0; i < count; i++) {
-        release_text(&path_component[i]);
-    }
-}
-
-// Replaces `prefix` by its full path name if it exists; a prefix without a drive is on the current
-// one.
+// Replaces the prefix by its full path name if it exists; one without a drive is on the current
+// drive.
 bool resolve_prefix(path_list_walk &walk, text_buffer &prefix) {
-    clear(walk.query);
-    if (prefix.view().starts_with(file_separator)) {
+    std::string_view query = prefix.view();
+    if (query.starts_with(file_separator)) {
+        clear(walk.query);
         append(walk.query, current_drive(walk));
+        append(walk.query, query);
+        query = walk.query.view();
     }
-    append(walk.query, prefix.view());
-    const char *full_path = existing_full_path(walk.known, walk.query.view());
+    const char *full_path = existing_full_path(walk.known, query);
     if (full_path == nullptr) {
         return false;
     }
-    clear(prefix);
-    append(prefix, full_path);
+    if (prefix.view() != full_path) {
+        clear(prefix);
+        append(prefix, full_path);
+    }
     JLI_TraceLauncher("       path_prefix_resolved = %s\n", full_path);
     return true;
 }
@@ -89,30 +97,32 @@ bool has_surplus_separator(std::string_view prefix) {
     return prefix.size() > strlen("C:\\\\") && prefix.ends_with("\\\\");
 }
 
+// Cuts walk.absolute into its components.
 void walk_components(path_list_walk &walk, text_buffer &result) {
-    std::string_view rest = walk.absolute.view();
-    const std::string_view drive = drive_of(rest);
-    size_t separator = rest.find(file_separator);
+    const std::string_view drive = drive_of(walk.absolute.view());
+    char *separator = strchr(walk.absolute.text.get(), file_separator);
     bool exists = true;
-    int count = 0;
-    while (separator != std::string_view::npos) {
-        rest.remove_prefix(separator + 1);
-        separator = rest.find(file_separator);
-        const std::string_view component(rest.data(), std::min(separator, rest.size()));
-        keep_component(count, component);
-        if (count++ == 0 && !is_same_drive(drive, current_drive(walk))) {
+    while (separator != nullptr) {
+        char *component = separator + 1;
+        separator = strchr(component, file_separator);
+        if (separator != nullptr) {
+            *separator = '\0';
+        }
+        show_component(walk, component);
+        if (walk.component_count == 1 && !is_same_drive(drive, current_drive(walk))) {
             append(result, drive);
         }
         append(result, file_separator);
         append(result, component);
         JLI_TraceLauncher("       path_prefix = %s\n", result.c_str());
         // Below what is missing there is nothing, but "." and ".." lead back.
-        const bool may_exist = exists || component == "." || component == "..";
+        const bool may_exist =
+            exists || strcmp(component, ".") == 0 || strcmp(component, "..") == 0;
         if (may_exist && !has_surplus_separator(result.view())) {
             exists = resolve_prefix(walk, result);
         }
     }
-    release_components(count);
+    walk.forget_components();
 }
 
 // Leaves the absolute form in walk.resolved.
