@@ -29,12 +29,10 @@ void release_slots(path_prefix *slots, size_t count) {
 
 // Eight bytes at a time, and one by one what is left.
 size_t hash_of(std::string_view path) {
-    constexpr size_t FACTOR = 0x9E3779B97F4A7C15; // mixes upwards; the shift brings it down again
+    // Mixes upwards: the last byte alone depends on all, and comes first.
+    constexpr size_t FACTOR = 0x9E3779B97F4A7C15;
     size_t hash = 0;
-    const auto mix = [&hash](size_t value) {
-        hash = (hash ^ value) * FACTOR;
-        hash ^= hash >> 32;
-    };
+    const auto mix = [&hash](size_t value) { hash = __builtin_bswap64((hash ^ value) * FACTOR); };
     for (size_t word; path.size() >= sizeof word; path.remove_prefix(sizeof word)) {
         memcpy(&word, path.data(), sizeof word);
         mix(word);
