@@ -42,30 +42,33 @@ char *quorvel_library_path = nullptr;
 char *allow_vm_properties_option = nullptr;
 char *new_mem_val_as_str = nullptr;
 
-char *non_path_options_array[OPTION_SLOTS];
-int non_path_options_count = 0;
-char *allow_vm_properties_array[OPTION_SLOTS];
-int allow_vm_properties_count = 0;
-char *ignore_properties_array[OPTION_SLOTS];
-int ignore_properties_count = 0;
-char *jvm_options_array[OPTION_SLOTS];
-int jvm_options_count = 0;
-char *container_options_array[OPTION_SLOTS];
-int container_options_count = 0;
 JLI_List allow_vm_properties_loaded = nullptr;
 JLI_List ignore_properties_loaded = nullptr;
+int is_taking_container_options = 0;
 
-char *processedArg[ARGUMENT_SLOTS];
+// The counts stand together and not beside their arrays: a start that fills few of these touches as
+// few pages.
+int non_path_options_count = 0;
+int allow_vm_properties_count = 0;
+int ignore_properties_count = 0;
+int jvm_options_count = 0;
+int container_options_count = 0;
 int processedArgCount = 0;
-char *lhs[ARGUMENT_SLOTS];
 int lhs_count = 0;
-char *rhs[ARGUMENT_SLOTS];
 int rhs_count = 0;
-char *newPathList[ARGUMENT_SLOTS];
 int newPathListCount = 0;
+int updated_options_for_var_count = 0;
+int options_for_quorvel_guest_var_count = 0;
+
+char *non_path_options_array[OPTION_SLOTS];
+char *allow_vm_properties_array[OPTION_SLOTS];
+char *ignore_properties_array[OPTION_SLOTS];
+char *jvm_options_array[OPTION_SLOTS];
+char *container_options_array[OPTION_SLOTS];
+char *processedArg[ARGUMENT_SLOTS];
+char *lhs[ARGUMENT_SLOTS];
+char *rhs[ARGUMENT_SLOTS];
+char *newPathList[ARGUMENT_SLOTS];
 char *path_component[COMPONENT_SLOTS];
 char *updated_options_for_var[VARIABLE_SLOTS];
-int updated_options_for_var_count = 0;
 char *options_for_quorvel_guest_var[VARIABLE_SLOTS];
-int options_for_quorvel_guest_var_count = 0;
-int is_taking_container_options = 0;
