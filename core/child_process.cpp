@@ -11,6 +11,7 @@
 #include "core/launch_mode.h"
 #include "core/state_arrays.h"
 #include "core/state_text.h"
+#include "jli/text_buffer.h"
 #include "jli/trace.h"
 #include "platform/console.h"
 #include "platform/received_start.h"
@@ -143,18 +144,20 @@ child_arguments joined_arguments(char *const *texts, int count) {
 }
 
 int run_child(const char *command, const child_arguments &arguments) {
-    const text_ptr command_line = format_text("%s%s", command, arguments.text.get());
+    text_buffer command_line;
+    append(command_line, command);
+    append(command_line, arguments.text.get());
     JLI_TraceLauncher("OUTPUT COMMAND:\n"
                       "---------------\n"
                       "%s\n\n"
                       "\n\n"
                       "EXECUTING %s PROCESS ......\n\n",
-                      command_line.get(), current_launch_mode().process);
+                      command_line.c_str(), current_launch_mode().process);
 
     DWORD error;
     HANDLE job = create_job(&error);
     const DWORD status = is_transparent ? run_as_received(job, error, command, arguments)
-                                        : run_plainly(job, command_line.get());
+                                        : run_plainly(job, command_line.text.get());
     CloseHandle(job);
     if (LOG_FILE_FD != nullptr) {
         fclose(LOG_FILE_FD);
