@@ -51,10 +51,9 @@ child_arguments rewritten_arguments(const given_arguments &given) {
         return quoted_arguments();
     }
     parse_arguments(given.count, given.texts);
-    text_buffer line;
-    append(line, joined_arguments(lhs, lhs_count).text.get());
-    append(line, joined_arguments(rhs, rhs_count).text.get());
-    return {std::move(line.text)};
+    const child_arguments leading = joined_arguments(lhs, lhs_count);
+    const child_arguments trailing = joined_arguments(rhs, rhs_count);
+    return {joined_text(leading.text.get(), trailing.text.get())};
 }
 
 } // namespace

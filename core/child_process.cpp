@@ -11,7 +11,6 @@
 #include "core/launch_mode.h"
 #include "core/state_arrays.h"
 #include "core/state_text.h"
-#include "jli/text_buffer.h"
 #include "jli/trace.h"
 #include "platform/console.h"
 #include "platform/received_start.h"
@@ -144,20 +143,18 @@ child_arguments joined_arguments(char *const *texts, int count) {
 }
 
 int run_child(const char *command, const child_arguments &arguments) {
-    text_buffer command_line;
-    append(command_line, command);
-    append(command_line, arguments.text.get());
+    const text_ptr command_line = joined_text(command, arguments.text.get());
     JLI_TraceLauncher("OUTPUT COMMAND:\n"
                       "---------------\n"
                       "%s\n\n"
                       "\n\n"
                       "EXECUTING %s PROCESS ......\n\n",
-                      command_line.c_str(), current_launch_mode().process);
+                      command_line.get(), current_launch_mode().process);
 
     DWORD error;
     HANDLE job = create_job(&error);
     const DWORD status = is_transparent ? run_as_received(job, error, command, arguments)
-                                        : run_plainly(job, command_line.text.get());
+                                        : run_plainly(job, command_line.get());
     CloseHandle(job);
     if (LOG_FILE_FD != nullptr) {
         fclose(LOG_FILE_FD);

@@ -54,3 +54,12 @@ text_ptr copy_text(std::string_view text) {
 text_ptr copy_text(const char *text) {
     return copy_text(std::string_view(text));
 }
+
+text_ptr joined_text(const char *first, const char *second) {
+    const size_t length = strlen(first);
+    const size_t size = strlen(second) + 1;
+    text_ptr joined(static_cast<char *>(JLI_MemAlloc(length + size)));
+    memcpy(joined.get(), first, length);
+    memcpy(joined.get() + length, second, size);
+    return joined;
+}

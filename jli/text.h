@@ -57,6 +57,7 @@ inline bool begins_with_any(const char *text, std::span<const char *const> prefi
 
 text_ptr copy_text(std::string_view text);
 text_ptr copy_text(const char *text);
+text_ptr joined_text(const char *first, const char *second);
 
 // Copies `text` to `to`, without a terminator; returned is what follows the copy.
 inline char *put_text(char *to, std::string_view text) {
