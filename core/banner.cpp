@@ -17,7 +17,7 @@ const char *const label = LABEL_AND_VERSION;
 const char *const version = LABEL_AND_VERSION + sizeof "QUORVEL_VERSION=";
 
 [[gnu::used]] void just_to_add_version_to_binary() {
-    const text_ptr joined = format_text("%s%s", label, version);
+    const text_ptr joined = joined_text(label, version);
 }
 
 void display_banner() {

@@ -60,7 +60,7 @@ bool holds_java(const char *home) {
 // one, as those of Java 9 and later are.
 text_ptr content_fault(const char *name, char *const *home) {
     if (home == &quorvel_home) {
-        const text_ptr jar = format_text("%s%s", *home, slash_quorvel_jar);
+        const text_ptr jar = joined_text(*home, slash_quorvel_jar);
         return is_file(jar.get())
                    ? nullptr
                    : format_text("Error: Quorvel agent jar file '%s' doesn't exist\n", jar.get());

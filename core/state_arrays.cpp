@@ -48,7 +48,7 @@ array_limit limit_of(char **array) {
 void append_entry(char **array, int *count, char *entry) {
     const array_limit limit = limit_of(array);
     if (*count >= limit.capacity) {
-        refuse_entry(format_text("%s%s", limit.holds, limit.more).get(), limit.capacity);
+        refuse_entry(joined_text(limit.holds, limit.more).get(), limit.capacity);
     }
     array[(*count)++] = entry;
 }

@@ -140,8 +140,7 @@ text_ptr place_fault() {
     if (here.is_home_missing) {
         return format_text("There is no folder %s: mend the path behind --launcher-home.", home);
     }
-    if (std::string_view(home).ends_with(bin) &&
-        is_file(format_text("%s%s", home, slash_exe_name).get())) {
+    if (std::string_view(home).ends_with(bin) && is_file(joined_text(home, slash_exe_name).get())) {
         return format_text("%s is the folder of the programs: name the one above it, which holds "
                            "launcher.cfg.",
                            home);
@@ -224,7 +223,7 @@ void find_installation(const request &asked) {
                     : without_separator(full_path_of(asked.launcher_home));
     here.is_home_missing = !is_directory(here.home.get());
     for (const char *folder : {bin, jre_bin}) {
-        const text_ptr path = format_text("%s%s", here.home.get(), folder);
+        const text_ptr path = joined_text(here.home.get(), folder);
         const int first = place_count;
         list_folder(path.get(), take_file, const_cast<char *>(folder));
         std::sort(places + first, places + place_count, [](const place &one, const place &other) {

@@ -82,7 +82,7 @@ void load(const request &asked) {
         native_jvm_bits = 64;
     } else {
         const installation &here = the_installation;
-        assign_text(&executable_dir, format_text("%s%s", here.home.get(), here.folder).get());
+        assign_text(&executable_dir, joined_text(here.home.get(), here.folder).get());
         set_bin_dir();
     }
     load_config_file();

@@ -29,7 +29,8 @@ void release_slots(path_prefix *slots, size_t count) {
 
 // Eight bytes at a time, and one by one what is left.
 size_t hash_of(std::string_view path) {
-    // Mixes upwards: the last byte alone depends on all, and comes first.
+    // Of a product the last byte alone depends on all that comes in: it is put first, as the low
+    // bits choose the slot.
     constexpr size_t FACTOR = 0x9E3779B97F4A7C15;
     size_t hash = 0;
     const auto mix = [&hash](size_t value) { hash = __builtin_bswap64((hash ^ value) * FACTOR); };

@@ -64,9 +64,9 @@ void show_component(path_list_walk &walk, char *component) {
     if (walk.component_count >= COMPONENT_SLOTS) {
         refuse_entry("components of a path", COMPONENT_SLOTS);
     }
-    path_component[walk.component_count] = component;
-    JLI_TraceLauncher("   path_component[%d] = %s\n", walk.component_count, component);
-    walk.component_count++;
+    const int number = walk.component_count++;
+    path_component[number] = component;
+    JLI_TraceLauncher("   path_component[%d] = %s\n", number, component);
 }
 
 // Replaces the prefix by its full path name if it exists; one without a drive is on the current
@@ -122,7 +122,6 @@ void walk_components(path_list_walk &walk, text_buffer &result) {
             exists = resolve_prefix(walk, result);
         }
     }
-    walk.forget_components();
 }
 
 // Leaves the absolute form in walk.resolved.
@@ -142,6 +141,7 @@ void resolve(path_list_walk &walk, const char *old_path) {
     clear(walk.resolved);
     walk_components(walk, walk.resolved);
     JLI_TraceLauncher("   old_path_abs: %s\n\n", walk.resolved.c_str());
+    walk.forget_components();
 }
 
 bool lies_below(std::string_view path, std::string_view home) {
